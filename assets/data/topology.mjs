@@ -1,0 +1,97 @@
+// Rings and shared lines of a TopoJSON topology, simplified line by line so that neighbours keep meeting.
+import { cosineOf, simplifyLine, toleranceAt } from './simplify.mjs';
+
+/** Smallest island that is kept, in squares of the tolerance at its place. */
+const SMALLEST_RING = 3;
+
+/** Lines shared by two countries (`borders`) and by one (`coasts`), and each country's polygons. */
+export function readTopology(topology, object) {
+    const lines = topology.arcs.map((arc) => simplifyLine(unwrap(decode(arc, topology.transform))));
+    const users = lines.map(() => new Set());
+    const kept = new Set();
+    const countries = object.geometries.map((geometry) => {
+        const parts = polygonArcs(geometry).map((rings) => rings.map((arcs) => ({ arcs, ring: ringOf(arcs, lines) })));
+        const polygons = keepVisible(parts);
+        for (const { arcs } of polygons.flat()) {
+            arcs.map(lineIndex).forEach((index) => kept.add(index) && users[index].add(geometry));
+        }
+        return { geometry, polygons: polygons.map((rings) => rings.map(({ ring }) => closePole(ring))) };
+    });
+    const indices = [...kept].sort((a, b) => a - b);
+    return {
+        countries,
+        borders: indices.filter((index) => users[index].size > 1).map((index) => lines[index]),
+        coasts: indices.filter((index) => users[index].size === 1).map((index) => lines[index]),
+    };
+}
+
+/** Longitude and latitude from the quantised steps of TopoJSON. */
+function decode(arc, { scale, translate }) {
+    let [x, y] = [0, 0];
+    return arc.map(([dx, dy]) => {
+        x += dx;
+        y += dy;
+        return [x * scale[0] + translate[0], y * scale[1] + translate[1]];
+    });
+}
+
+/** A line that steps over the antimeridian goes on beyond 180 degrees instead of round the world. */
+function unwrap(line) {
+    let turns = 0;
+    return line.map(([longitude, latitude], index) => {
+        if (index > 0) {
+            turns -= Math.round((longitude - line[index - 1][0]) / 360);
+        }
+        return [longitude + turns * 360, latitude];
+    });
+}
+
+function polygonArcs(geometry) {
+    return geometry.type === 'Polygon' ? [geometry.arcs] : geometry.arcs ?? [];
+}
+
+/** A negative reference is the line of its complement, taken backwards. */
+function lineIndex(reference) {
+    return reference < 0 ? ~reference : reference;
+}
+
+function ringOf(arcs, lines) {
+    const points = arcs.flatMap((reference, order) => {
+        const line = lines[lineIndex(reference)];
+        const directed = reference < 0 ? [...line].reverse() : line;
+        return order > 0 ? directed.slice(1) : directed;
+    });
+    return unwrap(points);
+}
+
+/** Leaves out rings too small to show, but never the whole country. */
+function keepVisible(parts) {
+    const sized = parts.map((rings) => ({ rings, area: ringArea(rings[0].ring) }));
+    const largest = sized.reduce((best, part) => (part.area > best.area ? part : best), sized[0]);
+    return sized.filter((part) => part === largest || isVisible(part.rings[0].ring, part.area))
+        .map(({ rings }) => rings.filter(({ ring }, order) => order === 0 || isVisible(ring, ringArea(ring))));
+}
+
+function isVisible(ring, area) {
+    const tolerance = toleranceAt(ring[0]);
+    return ring.length >= 4 && area >= SMALLEST_RING * tolerance * tolerance;
+}
+
+/** @returns {number} area in square degrees of latitude. */
+export function ringArea(ring) {
+    let sum = 0;
+    for (let i = 1; i < ring.length; ++i) {
+        const [[ax, ay], [bx, by]] = [ring[i - 1], ring[i]];
+        sum += (bx - ax) * cosineOf((ay + by) / 2) * ((ay + by) / 2);
+    }
+    return Math.abs(sum);
+}
+
+/** A ring that goes once round the world is closed along the south pole. */
+function closePole(ring) {
+    const [first, last] = [ring[0], ring[ring.length - 1]];
+    if (Math.abs(last[0] - first[0]) < 180) {
+        return ring;
+    }
+    return [...ring, [last[0], -90], [first[0], -90], first];
+}

@@ -1,0 +1,195 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <pelta/Engine/MLNAnnotation.h>
+#include <pelta/Engine/MLNMapCamera.h>
+#include <pelta/Engine/MLNMapViewDelegate.h>
+#include <pelta/Engine/MLNStyle.h>
+#include <pelta/Engine/MLNTypes.h>
+#include <pelta/Platform/UIControls.h>
+
+namespace pelta {
+
+/// The engine's map: a camera over a style.
+///
+/// Commands take effect at once, queries answer synchronously, changes of the style show at the next frame.
+/// Numbers that are not finite are ignored by setters. Any change of the camera reports will-change,
+/// is-changing (at least once, the last with the final camera) and did-change to the delegate; one without
+/// animation does so before the call returns. A new change ends a transition under way where it is. Main
+/// thread only.
+class MLNMapView : public UIView {
+ public:
+    using Completion = std::function<void()>;
+
+    /// A view at zoom 0 over (0, 0), zoom limits 0 to 22, pitch limits 0 to 60.
+    ///
+    /// @param styleURL  address of the style document, fetched at once; none, an empty one or one with
+    /// characters that
+    ///                  no address holds (blanks, control characters) leaves the map empty.
+    [[nodiscard]] static std::shared_ptr<MLNMapView> initWithFrameStyleURL(
+        CGRect frame, std::optional<std::string> styleURL);
+    /// For `make`; use the factory.
+    explicit MLNMapView(CGRect frame);
+    ~MLNMapView() override;
+    void completeConstruction(std::string_view className) override;
+
+    /// Held weakly.
+    [[nodiscard]] std::shared_ptr<MLNMapViewDelegate> delegate() const;
+    void setDelegate(const std::shared_ptr<MLNMapViewDelegate>& delegate);
+
+    /// @name Style
+    /// @{
+    /// The loaded style; null until a document has loaded.
+    [[nodiscard]] MLNStyle* style() const noexcept;
+    /// Loads another document; the present style stays until it has arrived. On failure the delegate is told
+    /// and the present style stays, or the map stays empty.
+    void setStyleURL(std::string address);
+    /// Loads a document from its text, asynchronously too.
+    void setStyleJSON(std::string document);
+    /// Asks for a frame.
+    void triggerRepaint();
+    /// @}
+
+    /// @name Camera
+    /// @{
+    [[nodiscard]] MLNMapCamera camera() const;
+    /// Animated: 0.3 s, ease-in ease-out.
+    void setCamera(const MLNMapCamera& camera, bool animated);
+    /// @param duration        seconds; 0, negative or non-finite: without animation.
+    /// @param timingFunction  progress over time; none is linear.
+    /// @param completion      runs exactly once, also when the change is interrupted; for a change without
+    /// animation
+    ///                        before the call returns. May be empty.
+    void setCamera(const MLNMapCamera& camera, double duration,
+                   const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
+    /// Flies along an arc that zooms out and in again (van Wijk and Nuij, "Smooth and efficient zooming and
+    /// panning", 2003). A negative duration lets the engine choose one by the distance; 0 jumps.
+    void flyToCamera(const MLNMapCamera& camera, double duration, Completion completion);
+
+    [[nodiscard]] CLLocationCoordinate2D centerCoordinate() const;
+    /// Moves the centre's latitude alone; beyond the square of the Mercator world it ends at its edge.
+    void setLatitude(double latitude);
+    void setLongitude(double longitude);
+    [[nodiscard]] double zoomLevel() const;
+    void setZoomLevel(double zoomLevel);
+    void setZoomLevel(double zoomLevel, bool animated);
+    /// Bearing of the upward direction, degrees clockwise from north, 0 ≤ direction < 360.
+    [[nodiscard]] double direction() const;
+    /// Turns the map to north, animated, as a tap on the compass does; the reason is `resetNorth`.
+    void resetNorth();
+    /// @}
+
+    /// @name Limits
+    /// @{
+    /// Limits apply at once to the present camera and to every later one. Zoom limits are clamped to 0…24,
+    /// pitch limits to 0…85; a minimum above the maximum is kept as given and the maximum wins.
+    void setMinimumZoomLevel(double zoomLevel);
+    void setMaximumZoomLevel(double zoomLevel);
+    void setMinimumPitch(double pitch);
+    void setMaximumPitch(double pitch);
+    [[nodiscard]] double minimumZoomLevel() const;
+    [[nodiscard]] double maximumZoomLevel() const;
+    [[nodiscard]] double minimumPitch() const;
+    [[nodiscard]] double maximumPitch() const;
+    /// The area that the view may show; the whole world at first. While set, the zoom is at least what fills
+    /// the view with the area and the centre stays where no edge of the unturned view crosses it.
+    [[nodiscard]] MLNCoordinateBounds maximumScreenBounds() const;
+    void setMaximumScreenBounds(const MLNCoordinateBounds& bounds);
+    /// Insets from the view's edges within which the centre is the middle. Insets that leave no area are
+    /// ignored.
+    [[nodiscard]] UIEdgeInsets contentInset() const;
+    void setContentInset(UIEdgeInsets inset);
+    /// The centre coordinate keeps its place on the earth and moves on the screen; animated over 0.3 s when
+    /// asked.
+    void setContentInset(UIEdgeInsets inset, bool animated, Completion completionHandler);
+    /// @}
+
+    /// @name Gestures
+    /// @{
+    void setZoomEnabled(bool enabled);
+    void setScrollEnabled(bool enabled);
+    void setRotateEnabled(bool enabled);
+    void setPitchEnabled(bool enabled);
+    void setDecelerationRate(CGFloat rate);
+    [[nodiscard]] const GestureSettings& gestures() const;
+    /// @}
+
+    /// @name Geometry
+    /// @{
+    /// Points of `view`, or of this view when null.
+    [[nodiscard]] CLLocationCoordinate2D convertPoint(CGPoint point,
+                                                      const UIView* toCoordinateFromView) const;
+    [[nodiscard]] CGPoint convertCoordinate(CLLocationCoordinate2D coordinate,
+                                            const UIView* toPointToView) const;
+    /// The smallest coordinate rectangle around the four corners of a screen rectangle.
+    [[nodiscard]] MLNCoordinateBounds convertRect(CGRect rect,
+                                                  const UIView* toCoordinateBoundsFromView) const;
+    /// The smallest screen rectangle around the four corners of a coordinate rectangle.
+    [[nodiscard]] CGRect convertCoordinateBounds(const MLNCoordinateBounds& bounds,
+                                                 const UIView* toRectToView) const;
+    /// The coordinate rectangle of the whole view.
+    [[nodiscard]] MLNCoordinateBounds visibleCoordinateBounds() const;
+    [[nodiscard]] double metersPerPointAtLatitude(double latitude) const;
+    /// The camera that shows a coordinate rectangle as large as possible inside the content inset and the
+    /// padding, with the present pitch and heading. Always answers: equal corners give the maximum zoom,
+    /// padding that leaves no room the minimum zoom.
+    [[nodiscard]] MLNMapCamera cameraThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
+                                                              UIEdgeInsets edgePadding) const;
+    /// The features drawn inside a rectangle of this view in the given layers, topmost first.
+    [[nodiscard]] std::vector<std::shared_ptr<const MLNFeature>> visibleFeaturesInRect(
+        CGRect rect, std::span<const std::string> inStyleLayersWithIdentifiers) const;
+    /// @}
+
+    /// @name Ornaments
+    /// @{
+    /// Off at first.
+    void setShowsScale(bool shows);
+    [[nodiscard]] bool showsScale() const;
+    /// On at first; the compass is seen while the map is turned.
+    void setShowsCompassView(bool shows);
+    [[nodiscard]] bool showsCompassView() const;
+    void setShowsLogoView(bool shows);
+    [[nodiscard]] bool showsLogoView() const;
+    void setShowsAttributionButton(bool shows);
+    [[nodiscard]] bool showsAttributionButton() const;
+    /// Bottom left; holds constraints with the identifiers "width" and "height".
+    [[nodiscard]] const std::shared_ptr<UIImageView>& logoView() const;
+    /// Top right; holds constraints with the identifiers "width" and "height". Shows the bearing, and turns
+    /// the map to north when tapped.
+    [[nodiscard]] const std::shared_ptr<UIImageView>& compassView() const;
+    /// Top left.
+    [[nodiscard]] const std::shared_ptr<UIView>& scaleBar() const;
+    /// @}
+
+    /// @name User location
+    /// @{
+    /// Switches the port's location source on or off for this view. Off ends tracking and forgets the
+    /// location.
+    void setShowsUserLocation(bool shows);
+    [[nodiscard]] bool showsUserLocation() const;
+    void setShowsHeading(bool shows);
+    [[nodiscard]] bool showsHeading() const;
+    /// Null while not shown or not yet known.
+    [[nodiscard]] const MLNUserLocation* userLocation() const;
+    /// With another mode than none the camera follows each report until a pan ends it or the mode is set to
+    /// none.
+    void setUserTrackingMode(MLNUserTrackingMode mode);
+    [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;
+    /// @}
+
+    void layoutSubviews() override;
+    [[nodiscard]] ViewContent content() const override;
+
+ private:
+    class Core;
+    std::shared_ptr<Core> core_;
+};
+
+}  // namespace pelta

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string_view>
+
+#include <pelta/Engine/MLNTypes.h>
+
+namespace pelta {
+
+class MLNMapView;
+class MLNStyle;
+class MLNUserLocation;
+
+/// Receives the events of one engine map view, on the main thread. Every method may be left alone. A callback
+/// may do anything, also release the view.
+class MLNMapViewDelegate {
+ public:
+    virtual ~MLNMapViewDelegate() = default;
+
+    /// A style document has loaded and `style` is the view's style. Called again for each later document.
+    virtual void didFinishLoadingStyle(MLNMapView& mapView, MLNStyle& style);
+    /// The style document could not be fetched or read; `message` names the address, the place and the fix.
+    virtual void mapViewDidFailLoadingMap(MLNMapView& mapView, std::string_view message);
+
+    /// A camera change begins. For a change without animation this, `regionIsChanging` and `regionDidChange`
+    /// come before the call that caused it returns.
+    virtual void regionWillChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated);
+    /// The camera has moved; at least once in every change, the last time with its final camera.
+    virtual void regionIsChanging(MLNMapView& mapView, MLNCameraChangeReason reason);
+    /// A camera change has ended.
+    virtual void regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated);
+
+    /// A frame is about to be drawn: the last moment at which changes of the style are part of it. At most
+    /// once a frame, after its camera events and main-queue tasks.
+    virtual void mapViewWillStartRenderingFrame(MLNMapView& mapView);
+    /// Nothing is left to load, move or draw. Reported once for each time that the map comes to rest.
+    virtual void mapViewDidBecomeIdle(MLNMapView& mapView);
+
+    /// The user's position has been measured anew.
+    virtual void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation);
+    /// How the camera follows the user has changed, also when a gesture or a camera move ended the following.
+    virtual void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated);
+};
+
+}  // namespace pelta

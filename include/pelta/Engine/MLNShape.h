@@ -1,0 +1,127 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include <pelta/Platform/CoreLocation.h>
+
+/// @file
+/// Geometry with attributes, as sources hold it and feature queries return it.
+
+namespace pelta {
+
+/// Value of a feature attribute.
+using MLNAttributeValue =
+    std::variant<bool, std::int64_t, std::uint64_t, double, std::string, std::vector<double>>;
+
+/// Attributes of a feature. Few, so a flat list: look-up is linear.
+class MLNAttributes {
+ public:
+    /// Sets a value, replacing one of the same name.
+    void set(std::string_view name, MLNAttributeValue value);
+    /// The value, or null when there is none. Valid until the next `set`.
+    [[nodiscard]] const MLNAttributeValue* find(std::string_view name) const noexcept;
+    [[nodiscard]] const std::vector<std::pair<std::string, MLNAttributeValue>>& entries() const noexcept {
+        return entries_;
+    }
+
+ private:
+    std::vector<std::pair<std::string, MLNAttributeValue>> entries_;
+};
+
+/// Kind of a shape, for a switch without casts.
+enum class MLNShapeKind : unsigned { point, polyline, polygon, collection };
+
+/// Geometry that a source can hold. Every shape is also a feature: it carries attributes.
+class MLNShape {
+ public:
+    virtual ~MLNShape() = default;
+    [[nodiscard]] virtual MLNShapeKind kind() const noexcept = 0;
+
+    [[nodiscard]] const MLNAttributes& attributes() const noexcept { return attributes_; }
+    [[nodiscard]] MLNAttributes& attributes() noexcept { return attributes_; }
+    /// The attribute's value, or null.
+    [[nodiscard]] const MLNAttributeValue* attribute(std::string_view name) const noexcept {
+        return attributes_.find(name);
+    }
+
+ private:
+    MLNAttributes attributes_;
+};
+
+/// A shape in its role as a feature.
+using MLNFeature = MLNShape;
+
+/// A point.
+class MLNPointFeature final : public MLNShape {
+ public:
+    [[nodiscard]] static std::shared_ptr<MLNPointFeature> create() {
+        return std::make_shared<MLNPointFeature>();
+    }
+    [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::point; }
+
+    [[nodiscard]] CLLocationCoordinate2D coordinate() const noexcept { return coordinate_; }
+    void setCoordinate(CLLocationCoordinate2D coordinate) noexcept { coordinate_ = coordinate; }
+
+ private:
+    CLLocationCoordinate2D coordinate_;
+};
+
+/// A line through two or more coordinates.
+class MLNPolylineFeature final : public MLNShape {
+ public:
+    [[nodiscard]] static std::shared_ptr<MLNPolylineFeature> polylineWithCoordinates(
+        std::vector<CLLocationCoordinate2D> coordinates) {
+        auto shape = std::make_shared<MLNPolylineFeature>();
+        shape->coordinates_ = std::move(coordinates);
+        return shape;
+    }
+    [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polyline; }
+    [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
+        return coordinates_;
+    }
+
+ private:
+    std::vector<CLLocationCoordinate2D> coordinates_;
+};
+
+/// An area within one ring; the ring closes itself when its ends differ.
+class MLNPolygonFeature final : public MLNShape {
+ public:
+    [[nodiscard]] static std::shared_ptr<MLNPolygonFeature> polygonWithCoordinates(
+        std::vector<CLLocationCoordinate2D> coordinates) {
+        auto shape = std::make_shared<MLNPolygonFeature>();
+        shape->coordinates_ = std::move(coordinates);
+        return shape;
+    }
+    [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polygon; }
+    [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
+        return coordinates_;
+    }
+
+ private:
+    std::vector<CLLocationCoordinate2D> coordinates_;
+};
+
+/// Several shapes. Collections within collections are drawn one level deep only.
+class MLNShapeCollectionFeature final : public MLNShape {
+ public:
+    [[nodiscard]] static std::shared_ptr<MLNShapeCollectionFeature> shapeCollectionWithShapes(
+        std::vector<std::shared_ptr<MLNShape>> shapes) {
+        auto shape = std::make_shared<MLNShapeCollectionFeature>();
+        shape->shapes_ = std::move(shapes);
+        return shape;
+    }
+    [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::collection; }
+    [[nodiscard]] const std::vector<std::shared_ptr<MLNShape>>& shapes() const noexcept { return shapes_; }
+
+ private:
+    std::vector<std::shared_ptr<MLNShape>> shapes_;
+};
+
+}  // namespace pelta

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <pelta/Platform/UITouch.h>
+
+namespace pelta {
+
+class UIView;
+
+/// Stage of a recogniser; `ended` is also called recognised for gestures without duration.
+enum class UIGestureRecognizerState : unsigned {
+    possible = 0,
+    began = 1,
+    changed = 2,
+    ended = 3,
+    cancelled = 4,
+    failed = 5
+};
+
+/// Watches the touches on one view and reports a gesture.
+///
+/// A recogniser that requires others to fail waits in `possible` until each of them has failed, and then
+/// reports, or never reports when one of them succeeds. After `ended`, `cancelled` or `failed` it returns to
+/// `possible` once all touches are lifted and nobody waits for it. Main thread only; the view owns its
+/// recognisers, a recogniser refers to its view weakly.
+class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecognizer> {
+ public:
+    using Action = std::function<void(UIGestureRecognizer&)>;
+
+    /// @param action  called on every change of state that a listener sees (began, changed, ended,
+    /// cancelled). It
+    ///                must not own the view.
+    explicit UIGestureRecognizer(Action action) : action_(std::move(action)) {}
+    virtual ~UIGestureRecognizer() = default;
+    UIGestureRecognizer(const UIGestureRecognizer&) = delete;
+    UIGestureRecognizer& operator=(const UIGestureRecognizer&) = delete;
+
+    [[nodiscard]] UIGestureRecognizerState state() const noexcept { return state_; }
+    [[nodiscard]] std::shared_ptr<UIView> view() const { return view_.lock(); }
+    [[nodiscard]] bool isEnabled() const noexcept { return isEnabled_; }
+    /// Off cancels a gesture under way.
+    void setIsEnabled(bool enabled);
+
+    /// Makes this recogniser wait for the failure of another, which is held weakly.
+    void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other);
+    /// Where the gesture is, in points of the given view, or of the window when the view is null.
+    [[nodiscard]] CGPoint locationInView(const UIView* view) const;
+
+    /// For the view tree: takes one touch event in window coordinates.
+    void handleTouch(const UITouch& touch);
+    /// For the view tree: set when the recogniser is added to or taken from a view.
+    void attachToView(std::weak_ptr<UIView> view) { view_ = std::move(view); }
+
+ protected:
+    /// What a concrete recogniser makes of a touch; moves the state with `transitionTo`.
+    virtual void touchDidChange(const UITouch& touch) = 0;
+    /// Forgets a gesture so that the next can begin.
+    virtual void reset() {}
+    /// Moves to a state; success waits for required failures.
+    void transitionTo(UIGestureRecognizerState state);
+    /// Calls `work` after `delay` seconds unless the gesture has been reset or the recogniser released by
+    /// then.
+    void afterDelay(double delay, std::function<void()> work);
+
+    CGPoint location_;  ///< Window coordinates of the gesture.
+
+ private:
+    void announce(UIGestureRecognizerState state);
+    void settle();
+    [[nodiscard]] bool isWaiting() const;
+    void requiredRecognizerDidSettle(bool failed);
+    void returnToPossible();
+
+    Action action_;
+    std::weak_ptr<UIView> view_;
+    UIGestureRecognizerState state_ = UIGestureRecognizerState::possible;
+    UIGestureRecognizerState pendingState_ = UIGestureRecognizerState::possible;
+    std::vector<std::weak_ptr<UIGestureRecognizer>> requiredFailures_;
+    std::vector<std::weak_ptr<UIGestureRecognizer>> dependents_;
+    unsigned generation_ = 0;
+    int touchesDown_ = 0;
+    bool isEnabled_ = true;
+};
+
+/// Recognises taps: `numberOfTapsRequired` of them, each at most 0.3 s long and apart, within 10 points (45
+/// between taps). Reports `ended`.
+class UITapGestureRecognizer final : public UIGestureRecognizer {
+ public:
+    using UIGestureRecognizer::UIGestureRecognizer;
+
+    [[nodiscard]] int numberOfTapsRequired() const noexcept { return tapsRequired_; }
+    /// Values below 1 count as 1.
+    void setNumberOfTapsRequired(int taps) noexcept { tapsRequired_ = taps < 1 ? 1 : taps; }
+
+ protected:
+    void touchDidChange(const UITouch& touch) override;
+    void reset() override;
+
+ private:
+    int tapsRequired_ = 1;
+    int tapsSeen_ = 0;
+    CGPoint start_;
+    double startTime_ = 0;
+};
+
+/// Recognises one finger held for `minimumPressDuration` within 10 points. Reports `began` when the time is
+/// up, then `changed` and `ended`.
+class UILongPressGestureRecognizer final : public UIGestureRecognizer {
+ public:
+    using UIGestureRecognizer::UIGestureRecognizer;
+
+    /// Seconds, 0.5 at first.
+    [[nodiscard]] double minimumPressDuration() const noexcept { return duration_; }
+    /// Negative and non-finite values count as 0.
+    void setMinimumPressDuration(double seconds) noexcept;
+
+ protected:
+    void touchDidChange(const UITouch& touch) override;
+
+ private:
+    double duration_ = 0.5;
+    CGPoint start_;
+};
+
+}  // namespace pelta
