@@ -1,0 +1,78 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <pelta/Platform/CoreGraphics.h>
+#include <pelta/Platform/CoreLocation.h>
+#include <pelta/Platform/UITouch.h>
+#include <pelta/Platform/UIWindow.h>
+
+namespace pelta {
+
+/// The headless port: maps without a window, on a clock that the caller advances.
+///
+/// Making one installs it for the process and makes the calling thread the main thread; destroying it
+/// uninstalls it, and with it go waiting tasks. Views and maps must be released before it. One at a time.
+/// Nothing happens by itself: frames, timers, transitions and fetched documents take place inside `advance`,
+/// `runFrame` and `runUntilIdle`.
+class HeadlessPort {
+ public:
+    /// @param screenScale  pixels a point, above 0.
+    explicit HeadlessPort(double screenScale = 2);
+    ~HeadlessPort();
+    HeadlessPort(const HeadlessPort&) = delete;
+    HeadlessPort& operator=(const HeadlessPort&) = delete;
+
+    /// @name Clock
+    /// @{
+    /// Seconds since the port was made.
+    [[nodiscard]] double now() const noexcept;
+    /// Lets time pass: main-queue tasks run at their due time and requested frames at every sixtieth of a
+    /// second, in order, until `seconds` are over. Negative and non-finite values count as 0, which still
+    /// runs what is due.
+    void advance(double seconds);
+    /// Runs one frame at the present moment, requested or not, and what is due on the main queue.
+    void runFrame();
+    /// Lets time pass until nothing is requested, waiting or under way.
+    /// @return false when that takes longer than `limit` seconds of the clock.
+    bool runUntilIdle(double limit = 30);
+    /// @}
+
+    /// @name Surroundings
+    /// @{
+    /// A window of the given size in points; keep it as long as its views should live.
+    [[nodiscard]] std::shared_ptr<UIWindow> makeWindow(CGSize size);
+    /// Changes the screen's scale for everything drawn from now on.
+    void setScreenScale(double scale);
+    /// Answers fetches of an address with a document, from now on.
+    void serveDocument(std::string address, std::string text);
+    /// Folder against which other addresses without a scheme (and `file:` ones) are read, and application
+    /// pictures NAME.png, NAME@2x.png, NAME@3x.png are found; the current folder at first.
+    void setResourceFolder(std::filesystem::path folder);
+    /// @}
+
+    /// @name Input
+    /// @{
+    /// Delivers one touch event to a window at the present moment.
+    void touch(UIWindow& window, int identifier, UITouchPhase phase, CGPoint location);
+    /// Presses and lifts one finger at a point, 50 ms apart on the clock.
+    void tap(UIWindow& window, CGPoint location);
+    /// Reports a position or a heading as the device would; nobody hears it while no map shows the user's
+    /// location. Non-finite coordinates are dropped with a log line.
+    void reportLocation(const CLLocation& location);
+    void reportHeading(const CLHeading& heading);
+    /// Reports that the position cannot be had.
+    void reportLocationFailure(std::string_view reason);
+    /// True while a map listens.
+    [[nodiscard]] bool isLocationObserved() const;
+    /// @}
+
+ private:
+    class Implementation;
+    std::unique_ptr<Implementation> implementation_;
+};
+
+}  // namespace pelta
