@@ -14,10 +14,10 @@ const koreanNames = { ...require('i18n-iso-countries/langs/ko.json').countries, 
 const CODE_BY_NAME = { Kosovo: 'XK' };
 
 /** A country's name is shown from the first zoom at which its area has room for it: [square degrees, zoom]. */
-const LABEL_ZOOMS = [[500, 1.2], [100, 2.2], [40, 3], [10, 3.6], [2, 4.4], [0.3, 5.2], [0, 6]];
+const LABEL_ZOOMS = [[150, 1], [60, 2], [20, 3], [4, 4], [1, 5], [0, 6]];
 
-/** Names that are shown a zoom or more earlier than their area tells: this is a map seen from Korea. */
-const EARLY_LABELS = { KR: 2.2, KP: 3, JP: 2.2 };
+/** Names that are shown earlier than their area tells: this is a map seen from Korea. */
+const EARLY_LABELS = { KR: 2, JP: 2, KP: 3 };
 
 /** @returns {Record<string, object[]>} features by file name. */
 export function countryFeatures() {

@@ -18,7 +18,7 @@ const RANKS = [
     { population: 50_000, minzoom: 9 },
 ];
 const CAPITAL_RANK = 3;
-const SEA_ZOOMS = { 1: 1, 2: 3, 3: 4, 4: 6.5 };
+const SEA_ZOOMS = { 1: 1, 2: 3, 3: 4, 4: 7 };
 
 /** GeoNames kinds that are parts of a city or no longer lived in. */
 const LEFT_OUT = new Set(['PPLX', 'PPLH', 'PPLCH', 'PPLQ', 'PPLW']);

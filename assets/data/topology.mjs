@@ -1,8 +1,13 @@
 // Rings and shared lines of a TopoJSON topology, simplified line by line so that neighbours keep meeting.
-import { cosineOf, simplifyLine, toleranceAt } from './simplify.mjs';
+import { simplifyLine, toleranceAt } from './simplify.mjs';
 
 /** Smallest island that is kept, in squares of the tolerance at its place. */
 const SMALLEST_RING = 3;
+
+/** How far from 180 degrees the points of a cut along the antimeridian may be, in degrees. */
+const CUT_WIDTH = 0.005;
+
+const RADIANS = Math.PI / 180;  // of one degree
 
 /** Lines shared by two countries (`borders`) and by one (`coasts`), and each country's polygons. */
 export function readTopology(topology, object) {
@@ -21,7 +26,7 @@ export function readTopology(topology, object) {
     return {
         countries,
         borders: indices.filter((index) => users[index].size > 1).map((index) => lines[index]),
-        coasts: indices.filter((index) => users[index].size === 1).map((index) => lines[index]),
+        coasts: indices.filter((index) => users[index].size === 1).flatMap((index) => withoutCuts(lines[index])),
     };
 }
 
@@ -46,6 +51,23 @@ function unwrap(line) {
     });
 }
 
+/** Areas are cut along the antimeridian; those cuts are no coast. */
+function withoutCuts(line) {
+    const pieces = [[line[0]]];
+    for (let i = 1; i < line.length; ++i) {
+        if (onAntimeridian(line[i - 1]) && onAntimeridian(line[i])) {
+            pieces.push([line[i]]);
+        } else {
+            pieces.at(-1).push(line[i]);
+        }
+    }
+    return pieces.filter((piece) => piece.length > 1);
+}
+
+function onAntimeridian([longitude]) {
+    return Math.abs(Math.abs(longitude) - 180) < CUT_WIDTH;
+}
+
 function polygonArcs(geometry) {
     return geometry.type === 'Polygon' ? [geometry.arcs] : geometry.arcs ?? [];
 }
@@ -61,7 +83,15 @@ function ringOf(arcs, lines) {
         const directed = reference < 0 ? [...line].reverse() : line;
         return order > 0 ? directed.slice(1) : directed;
     });
-    return unwrap(points);
+    return nearGreenwich(unwrap(points));
+}
+
+/** Moves a ring by whole turns, so that its middle lies between 180 degrees west and east. */
+function nearGreenwich(ring) {
+    const longitudes = ring.map(([longitude]) => longitude);
+    const middle = (Math.min(...longitudes) + Math.max(...longitudes)) / 2;
+    const turns = Math.round(middle / 360);
+    return turns === 0 ? ring : ring.map(([longitude, latitude]) => [longitude - turns * 360, latitude]);
 }
 
 /** Leaves out rings too small to show, but never the whole country. */
@@ -82,9 +112,9 @@ export function ringArea(ring) {
     let sum = 0;
     for (let i = 1; i < ring.length; ++i) {
         const [[ax, ay], [bx, by]] = [ring[i - 1], ring[i]];
-        sum += (bx - ax) * cosineOf((ay + by) / 2) * ((ay + by) / 2);
+        sum += (bx - ax) * Math.sin(((ay + by) / 2) * RADIANS);
     }
-    return Math.abs(sum);
+    return Math.abs(sum) / RADIANS;
 }
 
 /** A ring that goes once round the world is closed along the south pole. */
