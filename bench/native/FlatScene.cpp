@@ -1,0 +1,48 @@
+#include "FlatScene.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <tuple>
+#include <utility>
+
+namespace bench {
+
+void FlatScene::add(Marker marker) {
+    order_.push_back(markers_.size());
+    markers_.push_back(std::move(marker));
+}
+
+void FlatScene::reorder() {
+    std::sort(order_.begin(), order_.end(), [this](std::size_t left, std::size_t right) {
+        const Marker& a = markers_[left];
+        const Marker& b = markers_[right];
+        return std::tie(a.globalZIndex, a.zIndex, a.index) < std::tie(b.globalZIndex, b.zIndex, b.index);
+    });
+}
+
+FlatScene::Drawn FlatScene::draw(const Marker& marker) {
+    constexpr double world = 512.0 * 1024.0;
+    const double latitude = marker.latitude * std::numbers::pi / 180;
+    return {(marker.longitude + 180) / 360 * world,
+            (1 - std::log(std::tan(latitude / 2 + std::numbers::pi / 4)) / std::numbers::pi) / 2 * world,
+            marker.iconScale,
+            marker.alpha,
+            marker.title,
+            marker.icon};
+}
+
+void FlatScene::rebuildFrame() {
+    drawn_.clear();
+    drawn_.reserve(order_.size());
+    for (const std::size_t index : order_) {
+        drawn_.push_back(draw(markers_[index]));
+    }
+}
+
+void FlatScene::updateFrame(std::size_t marker) {
+    drawn_[marker] = draw(markers_[marker]);
+}
+
+}  // namespace bench
