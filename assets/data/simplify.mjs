@@ -4,7 +4,7 @@ const DETAIL_CENTRE = [127.6, 36.8];  // longitude, latitude
 const DETAIL_RADIUS = 6.5;            // degrees with the finest line
 const COARSE_RADIUS = 26;             // degrees from where on the line is coarsest
 const FINEST_TOLERANCE = 0.002;       // degrees
-const COARSEST_TOLERANCE = 0.028;     // degrees
+const COARSEST_TOLERANCE = 0.022;     // degrees
 
 /** How far, in degrees of latitude, a line may be off at a place. */
 export function toleranceAt([longitude, latitude]) {
@@ -18,7 +18,10 @@ export function cosineOf(latitude) {
     return Math.cos((latitude * Math.PI) / 180);
 }
 
-/** Douglas-Peucker with a tolerance that depends on the place; both ends stay. */
+/** Fewest points of a closed line that is an area. */
+const SMALLEST_RING = 4;
+
+/** Douglas-Peucker with a tolerance that depends on the place; both ends stay, and a ring stays a ring. */
 export function simplifyLine(line) {
     const kept = new Uint8Array(line.length);
     kept[0] = kept[line.length - 1] = 1;
@@ -31,7 +34,13 @@ export function simplifyLine(line) {
             open.push([first, split], [split, last]);
         }
     }
-    return line.filter((_, index) => kept[index]);
+    const simplified = line.filter((_, index) => kept[index]);
+    return isClosed(line) && simplified.length < SMALLEST_RING ? line : simplified;
+}
+
+function isClosed(line) {
+    const [first, last] = [line[0], line[line.length - 1]];
+    return first[0] === last[0] && first[1] === last[1];
 }
 
 /** @returns {number} the index of the point that is furthest outside its tolerance, or 0. */

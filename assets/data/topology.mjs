@@ -2,7 +2,7 @@
 import { simplifyLine, toleranceAt } from './simplify.mjs';
 
 /** Smallest island that is kept, in squares of the tolerance at its place. */
-const SMALLEST_RING = 3;
+const SMALLEST_ISLAND = 3;
 
 /** How far from 180 degrees the points of a cut along the antimeridian may be, in degrees. */
 const CUT_WIDTH = 0.005;
@@ -94,17 +94,12 @@ function nearGreenwich(ring) {
     return turns === 0 ? ring : ring.map(([longitude, latitude]) => [longitude - turns * 360, latitude]);
 }
 
-/** Leaves out rings too small to show, but never the whole country. */
+/** Leaves out islands too small to show, but never the whole country; holes stay, as other countries lie in them. */
 function keepVisible(parts) {
     const sized = parts.map((rings) => ({ rings, area: ringArea(rings[0].ring) }));
     const largest = sized.reduce((best, part) => (part.area > best.area ? part : best), sized[0]);
-    return sized.filter((part) => part === largest || isVisible(part.rings[0].ring, part.area))
-        .map(({ rings }) => rings.filter(({ ring }, order) => order === 0 || isVisible(ring, ringArea(ring))));
-}
-
-function isVisible(ring, area) {
-    const tolerance = toleranceAt(ring[0]);
-    return ring.length >= 4 && area >= SMALLEST_RING * tolerance * tolerance;
+    return sized.filter((part) => part === largest || part.area >= SMALLEST_ISLAND * toleranceAt(part.rings[0].ring[0]) ** 2)
+        .map(({ rings }) => rings);
 }
 
 /** @returns {number} area in square degrees of latitude. */
