@@ -3,7 +3,7 @@
 # Target pelta_base_style writes into PELTA_BASE_STYLE_DIR: pelta-light.json and the folder pelta-light
 # beside it, to which the style refers by addresses relative to itself.
 
-option(PELTA_BUILD_BASE_STYLE "Build the base style and its data with everything else" ON)
+option(PELTA_BUILD_BASE_STYLE "Build the base style and its data with everything else" ${PROJECT_IS_TOP_LEVEL})
 set(PELTA_BASE_STYLE_DIR "${CMAKE_BINARY_DIR}/base-style" CACHE PATH "Folder of the built base style")
 
 find_program(PELTA_NODE NAMES node nodejs NO_CMAKE_FIND_ROOT_PATH REQUIRED)
