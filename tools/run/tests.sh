@@ -1,0 +1,57 @@
+# shellcheck shell=bash
+# Tests and benchmarks.
+
+run_test() {
+    local kinds=("$@") kind
+    ((${#kinds[@]} > 0)) || kinds=(native browser)
+    for kind in "${kinds[@]}"; do
+        [[ $kind =~ ^(native|browser|sanitize)$ ]] || misuse "test: there is no kind '$kind'"
+    done
+    for kind in "${kinds[@]}"; do
+        "test_$kind"
+    done
+}
+
+test_native() {
+    build_native debug
+    say "==> Running the native tests"
+    in_root ctest --preset debug -j "$(nproc)"
+}
+
+test_sanitize() {
+    build_native sanitize
+    say "==> Running the native tests with sanitizers"
+    in_root ctest --preset sanitize -j "$(nproc)"
+}
+
+test_browser() {
+    need_packages "${BROWSER_PACKAGES[@]}"
+    build_web
+    say "==> Running the browser tests"
+    in_root node --test tests/browser/*.test.mjs
+}
+
+run_bench() {
+    local kinds=("$@") kind
+    ((${#kinds[@]} > 0)) || kinds=(native browser)
+    for kind in "${kinds[@]}"; do
+        [[ $kind =~ ^(native|browser)$ ]] || misuse "bench: there is no kind '$kind'"
+    done
+    for kind in "${kinds[@]}"; do
+        "bench_$kind"
+    done
+}
+
+bench_native() {
+    need_packages "${BENCH_PACKAGES[@]}"
+    build_native release
+    say "==> Measuring overlays on the headless port"
+    in_root build/release/bench/pelta_bench
+}
+
+bench_browser() {
+    need_packages "${BROWSER_PACKAGES[@]}"
+    build_web
+    say "==> Measuring markers in the browser"
+    in_root node bench/browser/run.mjs
+}
