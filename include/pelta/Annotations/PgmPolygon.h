@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include <pelta/Annotations/PgmAreaShape.h>
+
+namespace pelta {
+
+/// An area within one ring of coordinates.
+class PgmPolygon : public PgmAreaShape {
+ public:
+    /// @param coords     corners in degrees; the ring closes itself. Fewer than two are a programming error
+    ///                   that stops the process.
+    /// @param fillColor  colour of the area.
+    [[nodiscard]] static std::shared_ptr<PgmPolygon> create(std::vector<CLLocationCoordinate2D> coords,
+                                                            UIColor fillColor = UIColor::white());
+    PgmPolygon() = delete;
+    /// For `make`; use the factory.
+    explicit PgmPolygon(std::vector<CLLocationCoordinate2D> coords, UIColor fillColor = UIColor::white())
+        : PgmAreaShape(fillColor), coords_(std::move(coords)) {}
+    void completeConstruction(std::string_view className) override;
+
+    /// The corners as given. A list of fewer than 3, set later too, draws no area.
+    [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coords() const noexcept { return coords_; }
+    void setCoords(std::vector<CLLocationCoordinate2D> coords);
+
+    void updateFeature() override;
+
+ private:
+    std::vector<CLLocationCoordinate2D> coords_;
+};
+
+}  // namespace pelta

@@ -1,0 +1,269 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <pelta/Annotations/PgmShape.h>
+#include <pelta/Engine/MLNMapView.h>
+#include <pelta/Geometry/PgmCameraPosition.h>
+#include <pelta/Geometry/PgmCameraUpdate.h>
+#include <pelta/Geometry/PgmLatLngBounds.h>
+#include <pelta/Geometry/PgmProjection.h>
+#include <pelta/Platform/UIView.h>
+#include <pelta/View/PgmMapDelegate.h>
+#include <pelta/View/PgmMapOptions.h>
+#include <pelta/View/PgmMapTypes.h>
+
+namespace pelta {
+
+class PrivateMapDelegate;
+class ShapeRegistry;
+
+/// A map in a view hierarchy: the application's way to the camera, the gestures and the shapes on it.
+///
+/// Made with `create`, or with `make<T>` for subclasses; it loads the default style by itself. Setters store
+/// the value, which is what the getter answers, and hand it to the engine's map view, which keeps its own
+/// limits; a new view has not told the engine any of its defaults. Numbers that are not finite are stored but
+/// ignored by the engine. Main thread only.
+class PgmMapView : public UIView {
+ public:
+    using Completion = std::function<void()>;
+    using ShapesMap = std::map<std::uint64_t, std::shared_ptr<PgmShape>>;
+
+    /// @name Creation
+    /// @{
+    /// @param frame     place in the superview, points.
+    /// @param options   what to start with; null changes nothing.
+    /// @param delegate  as `setDelegate`, from before the first event.
+    [[nodiscard]] static std::shared_ptr<PgmMapView> create(
+        CGRect frame, std::shared_ptr<PgmMapOptions> options = nullptr,
+        const std::shared_ptr<PgmMapDelegate>& delegate = nullptr);
+    /// A view from an interface description.
+    [[nodiscard]] static std::shared_ptr<PgmMapView> createWithCoder(const PgmViewSettings& settings);
+    /// For `make`; use the factories. Until `completeConstruction` there is no engine view.
+    explicit PgmMapView(CGRect frame, std::shared_ptr<PgmMapOptions> options = nullptr,
+                        const std::shared_ptr<PgmMapDelegate>& delegate = nullptr);
+    explicit PgmMapView(const PgmViewSettings& settings);
+    ~PgmMapView() override;
+    void completeConstruction(std::string_view className) override;
+    /// The options that the view was made with; null when there were none.
+    [[nodiscard]] const std::shared_ptr<PgmMapOptions>& mapOptions() const noexcept { return mapOptions_; }
+    /// @}
+
+    /// @name Events
+    /// @{
+    /// Held weakly; null when there is none.
+    [[nodiscard]] std::shared_ptr<PgmMapDelegate> delegate() const { return delegate_.lock(); }
+    void setDelegate(const std::shared_ptr<PgmMapDelegate>& delegate) { delegate_ = delegate; }
+    /// Second listener to `regionIsChangingWithReason` alone, after `delegate`; for a cluster manager. Held
+    /// weakly.
+    [[nodiscard]] std::shared_ptr<PgmMapDelegate> clusterDelegate() const { return clusterDelegate_.lock(); }
+    void setClusterDelegate(const std::shared_ptr<PgmMapDelegate>& delegate) { clusterDelegate_ = delegate; }
+    /// @}
+
+    /// @name Camera
+    /// @{
+    /// The camera as it is; null without an engine view.
+    [[nodiscard]] std::shared_ptr<PgmCameraPosition> cameraPosition() const;
+    /// Moves the camera at once; null is ignored.
+    void setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position);
+    /// Moves the camera and ends the following of the user's location. Null is ignored.
+    void moveCamera(const std::shared_ptr<PgmCameraUpdate>& update);
+    /// Moves the camera and lets a following of the user's location go on.
+    ///
+    /// @param completion  runs once when the movement has ended, also when it was interrupted; for one
+    ///                    without animation before the call returns. May be empty.
+    void moveCamera(const std::shared_ptr<PgmCameraUpdate>& update, Completion completion);
+    /// Flies along an arc that zooms out and in again.
+    ///
+    /// @param position    null is ignored; the completion does not run then.
+    /// @param duration    seconds; 0 jumps, a negative one lets the engine choose by the distance.
+    /// @param completion  as in `moveCamera`.
+    void flyToCamera(const std::shared_ptr<PgmCameraPosition>& position, double duration,
+                     Completion completion);
+    /// Last latitude that was set, 0 at first: the camera itself is in `cameraPosition`. Setting it keeps the
+    /// longitude.
+    [[nodiscard]] double latitude() const noexcept { return settings_.latitude; }
+    void setLatitude(double degrees);
+    /// Last longitude that was set, 0 at first. Setting it keeps the latitude.
+    [[nodiscard]] double longitude() const noexcept { return settings_.longitude; }
+    void setLongitude(double degrees);
+    /// Last zoom level that was set, 15 at first.
+    [[nodiscard]] double zoomLevel() const noexcept { return settings_.zoomLevel; }
+    void setZoomLevel(double zoomLevel);
+    /// Converts between points of this view and coordinates; a new object each time.
+    [[nodiscard]] std::shared_ptr<PgmProjection> projection() const;
+    /// The coordinate rectangle of the whole view; null without an engine view.
+    [[nodiscard]] std::shared_ptr<PgmLatLngBounds> contentBounds() const;
+    /// @}
+
+    /// @name Limits
+    /// @{
+    /// 1 at first.
+    [[nodiscard]] double minimumZoomLevel() const noexcept { return settings_.minimumZoomLevel; }
+    void setMinimumZoomLevel(double zoomLevel);
+    /// 20 at first; where it is below the minimum, the maximum wins.
+    [[nodiscard]] double maximumZoomLevel() const noexcept { return settings_.maximumZoomLevel; }
+    void setMaximumZoomLevel(double zoomLevel);
+    /// Degrees, 0 at first.
+    [[nodiscard]] double minimumTilt() const noexcept { return settings_.minimumTilt; }
+    void setMinimumTilt(double degrees);
+    /// Degrees, 60 at first.
+    [[nodiscard]] double maximumTilt() const noexcept { return settings_.maximumTilt; }
+    void setMaximumTilt(double degrees);
+    /// The area that the view may show; null without an engine view.
+    [[nodiscard]] std::shared_ptr<PgmLatLngBounds> constraintBounds() const;
+    /// Null is ignored: the previous area stays.
+    void setConstraintBounds(const std::shared_ptr<PgmLatLngBounds>& bounds);
+    /// Points from the view's edges within which the camera's target is the middle; zero at first.
+    [[nodiscard]] UIEdgeInsets contentInset() const noexcept { return settings_.contentInset; }
+    void setContentInset(UIEdgeInsets inset);
+    /// @}
+
+    /// @name Ornaments
+    /// @{
+    /// True at first.
+    [[nodiscard]] bool isScaleBarVisible() const noexcept { return settings_.isScaleBarVisible; }
+    void setIsScaleBarVisible(bool visible);
+    /// True at first; the compass is seen while the map is turned.
+    [[nodiscard]] bool isCompassVisible() const noexcept { return settings_.isCompassVisible; }
+    void setIsCompassVisible(bool visible);
+    /// False at first.
+    [[nodiscard]] bool isZoomControlVisible() const noexcept { return settings_.isZoomControlVisible; }
+    void setIsZoomControlVisible(bool visible);
+    /// False at first.
+    [[nodiscard]] bool isLocationButtonVisible() const noexcept { return settings_.isLocationButtonVisible; }
+    void setIsLocationButtonVisible(bool visible);
+    /// False at first.
+    [[nodiscard]] bool isLogoVisible() const noexcept { return settings_.isLogoVisible; }
+    void setIsLogoVisible(bool visible);
+    /// Whether the logo takes taps, true at first; taps beside it go to the map in any case.
+    [[nodiscard]] bool isLogoClickEnabled() const noexcept { return settings_.isLogoClickEnabled; }
+    void setIsLogoClickEnabled(bool enabled);
+    /// Where the logo stands.
+    [[nodiscard]] PgmPosition logoViewPosition() const noexcept { return PgmPosition::bottomLeft; }
+    /// Points from the edges at which the logo stands.
+    [[nodiscard]] CGPoint logoViewMargins() const noexcept { return {8, 8}; }
+    /// @}
+
+    /// @name Gestures
+    /// All enabled at first.
+    /// @{
+    [[nodiscard]] bool isZoomGesturesEnabled() const noexcept { return settings_.isZoomGesturesEnabled; }
+    void setIsZoomGesturesEnabled(bool enabled);
+    [[nodiscard]] bool isScrollGesturesEnabled() const noexcept { return settings_.isScrollGesturesEnabled; }
+    void setIsScrollGesturesEnabled(bool enabled);
+    [[nodiscard]] bool isRotateGesturesEnabled() const noexcept { return settings_.isRotateGesturesEnabled; }
+    void setIsRotateGesturesEnabled(bool enabled);
+    [[nodiscard]] bool isTiltGesturesEnabled() const noexcept { return settings_.isTiltGesturesEnabled; }
+    void setIsTiltGesturesEnabled(bool enabled);
+    /// Share of its speed that a fling keeps each millisecond, 0.998 at first; 0 switches flinging off.
+    [[nodiscard]] CGFloat decelerationRate() const noexcept { return settings_.decelerationRate; }
+    void setDecelerationRate(CGFloat rate);
+    /// @}
+
+    /// @name User location
+    /// @{
+    /// `off` at first.
+    [[nodiscard]] PgmUserTrackingMode userTrackingMode() const noexcept { return settings_.userTrackingMode; }
+    /// Shows the user's location and follows it as the mode says; `off` hides it. A value that is none of the
+    /// enumeration is a programming error that stops the process.
+    void setUserTrackingMode(PgmUserTrackingMode mode);
+    /// @}
+
+    /// @name Shapes
+    /// What shapes and cluster managers use. Applications show a shape with `PgmShape::setMapView`.
+    /// @{
+    /// The shapes on the map by their `shapeIndex`.
+    [[nodiscard]] const ShapesMap& shapesMap() const noexcept;
+    /// Shapes taken from the map whose layers leave it at the next frame.
+    [[nodiscard]] const ShapesMap& willBeRemovedShapesMap() const noexcept;
+    /// Puts a shape on the map and draws it, from another thread by waiting for the main thread. Does not set
+    /// the shape's own `mapView`. Null is ignored, here and in `removeShape`.
+    void addShape(const std::shared_ptr<PgmShape>& shape);
+    /// Takes a shape from the map; its layers go at the next frame.
+    void removeShape(const std::shared_ptr<PgmShape>& shape);
+    /// Updates the shape's layers and has the next frame take in everything new; nothing before a style has
+    /// loaded, which draws all shapes by itself.
+    void drawShape(PgmShape& shape);
+    /// Replaces the contents of a source by the features of all shapes whose `mapView` is set; nothing when
+    /// the style has no such source.
+    void updateSource(std::string_view identifier);
+    /// Brings the layers of all shapes into their stacking order and takes out those of removed shapes.
+    void reorderShapes();
+    /// Puts into the style every picture that a shape needs and whose name the style does not have.
+    void checkShapeImage();
+    /// The three kinds of work that wait for the next frame, done in this order. Setting one does not ask for
+    /// a frame; `triggerRepaint` does.
+    [[nodiscard]] bool needReorderShapes() const noexcept;
+    void setNeedReorderShapes(bool need) noexcept;
+    [[nodiscard]] bool needUpdateShapes() const noexcept;
+    void setNeedUpdateShapes(bool need) noexcept;
+    [[nodiscard]] bool needCheckShapeImage() const noexcept;
+    void setNeedCheckShapeImage(bool need) noexcept;
+    /// Asks the engine for a frame; nothing without an engine view.
+    void triggerRepaint();
+    /// @}
+
+    /// @name Engine
+    /// @{
+    /// The engine's map view, which fills this one; null only before `completeConstruction`.
+    [[nodiscard]] const std::shared_ptr<MLNMapView>& mapView() const noexcept { return engine_; }
+    /// True once a style has loaded.
+    [[nodiscard]] bool didFinishLoadingMap() const noexcept;
+    /// Identifier of the loaded style's lowest symbol layer; absent before a style has loaded and when it has
+    /// none.
+    [[nodiscard]] const std::optional<std::string>& first_symobol_id() const noexcept;
+    /// Takes over the options' values one by one: the camera, then the flags and limits in the order of
+    /// `PgmMapOptions` (the logo's excepted), then `updateOptions`.
+    void applyMapOptions(const PgmMapOptions& options);
+    /// Sets the engine's camera to what it is, so that new limits take effect.
+    void updateOptions();
+    /// @}
+
+ private:
+    friend class PrivateMapDelegate;
+
+    struct Settings {
+        double latitude = 0;
+        double longitude = 0;
+        double zoomLevel = 15;
+        double minimumZoomLevel = 1;
+        double maximumZoomLevel = 20;
+        double minimumTilt = 0;
+        double maximumTilt = 60;
+        UIEdgeInsets contentInset;
+        PgmUserTrackingMode userTrackingMode = PgmUserTrackingMode::off;
+        bool isScaleBarVisible = true;
+        bool isCompassVisible = true;
+        bool isZoomControlVisible = false;
+        bool isLocationButtonVisible = false;
+        bool isLogoVisible = false;
+        bool isZoomGesturesEnabled = true;
+        bool isScrollGesturesEnabled = true;
+        bool isRotateGesturesEnabled = true;
+        bool isTiltGesturesEnabled = true;
+        bool isLogoClickEnabled = true;
+        CGFloat decelerationRate = GestureSettings{}.decelerationRate;
+    };
+
+    void mapViewInit();
+    [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
+    [[nodiscard]] MLNMapCamera engineCamera(const PgmCameraPosition& position);
+
+    std::shared_ptr<MLNMapView> engine_;
+    std::shared_ptr<PgmMapOptions> startOptions_;
+    std::shared_ptr<PgmMapOptions> mapOptions_;
+    std::shared_ptr<PrivateMapDelegate> mapDelegate_;
+    std::unique_ptr<ShapeRegistry> shapes_;
+    std::weak_ptr<PgmMapDelegate> delegate_;
+    std::weak_ptr<PgmMapDelegate> clusterDelegate_;
+    Settings settings_;
+};
+
+}  // namespace pelta
