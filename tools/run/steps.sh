@@ -25,7 +25,7 @@ step() {
     local text=$1 log ticker status=0 started=$SECONDS
     shift
     say "==> $text"
-    log=$(mktemp "${TMPDIR:-/tmp}/pelta-run.XXXXXX")
+    log=$(mktemp --tmpdir pelta-run.XXXXXX)
     tell_progress "$log" "$started" &
     ticker=$!
     "$@" </dev/null >"$log" 2>&1 || status=$?
