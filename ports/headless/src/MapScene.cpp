@@ -1,0 +1,137 @@
+#include "MapScene.h"
+
+#include <utility>
+
+#include <pelta/Engine/MLNFillStyleLayer.h>
+#include <pelta/Engine/MLNLineStyleLayer.h>
+
+namespace pelta {
+
+namespace {
+
+using Properties = decltype(MapSceneLayer::properties);
+
+MapSymbolProperties symbolProperties(const MLNSymbolStyleLayer& layer) {
+    return {layer.text(),
+            layer.textFontSize(),
+            layer.maximumTextWidth(),
+            layer.textAnchor(),
+            layer.textOffset(),
+            layer.textPitchAlignment(),
+            layer.iconImageName(),
+            layer.iconScale(),
+            layer.iconRotation(),
+            layer.iconAnchor(),
+            layer.iconOffset(),
+            layer.iconPitchAlignment(),
+            layer.iconRotationAlignment()};
+}
+
+/// Nothing for layers that have no features to draw here.
+std::optional<Properties> drawnProperties(const MLNStyleLayer& layer) {
+    if (layer.isFromDocument()) {
+        return std::nullopt;
+    }
+    if (const auto* symbol = dynamic_cast<const MLNSymbolStyleLayer*>(&layer)) {
+        return symbolProperties(*symbol);
+    }
+    if (const auto* line = dynamic_cast<const MLNLineStyleLayer*>(&layer)) {
+        return MapLineProperties{line->lineWidth()};
+    }
+    if (dynamic_cast<const MLNFillStyleLayer*>(&layer) != nullptr) {
+        return MapFillProperties{};
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+void MapScene::commit(const MLNStyle& style, const MLNStyleChanges& changes) {
+    updateSources(changes);
+    updateImages(style, changes);
+    for (const auto& model : changes.changedLayers) {
+        updateLayer(model);
+    }
+    if (changes.isLayerOrderChanged) {
+        updateOrder(style);
+    }
+}
+
+void MapScene::updateLayer(const std::shared_ptr<MLNStyleLayer>& model) {
+    auto properties = drawnProperties(*model);
+    if (!properties) {
+        return;
+    }
+    const auto [known, isNew] = slots_.try_emplace(model.get(), 0);
+    if (isNew) {
+        if (freeSlots_.empty()) {
+            freeSlots_.push_back(static_cast<std::uint32_t>(layers_.size()));
+            layers_.emplace_back();
+        }
+        known->second = freeSlots_.back();
+        freeSlots_.pop_back();
+    }
+    MapSceneLayer& layer = layers_[known->second];
+    layer.model = std::static_pointer_cast<const MLNVectorStyleLayer>(model);
+    layer.predicate = layer.model->predicate();
+    layer.minimumZoomLevel = model->minimumZoomLevel();
+    layer.maximumZoomLevel = model->maximumZoomLevel();
+    layer.isVisible = model->isVisible();
+    layer.properties = std::move(*properties);
+}
+
+void MapScene::updateOrder(const MLNStyle& style) {
+    std::vector<bool> isInUse(layers_.size());
+    order_.clear();
+    order_.reserve(style.layers().size());
+    for (const auto& model : style.layers()) {
+        if (const auto known = slots_.find(model.get()); known != slots_.end()) {
+            order_.push_back(known->second);
+            isInUse[known->second] = true;
+        }
+    }
+    if (order_.size() == slots_.size()) {
+        return;
+    }
+    for (auto entry = slots_.begin(); entry != slots_.end();) {
+        if (isInUse[entry->second]) {
+            ++entry;
+            continue;
+        }
+        layers_[entry->second] = {};
+        freeSlots_.push_back(entry->second);
+        entry = slots_.erase(entry);
+    }
+}
+
+void MapScene::updateSources(const MLNStyleChanges& changes) {
+    for (const std::string& identifier : changes.removedSources) {
+        sources_.erase(identifier);
+    }
+    for (const auto& source : changes.changedSources) {
+        sources_[source->identifier()].setShape(source->shape());
+    }
+}
+
+void MapScene::updateImages(const MLNStyle& style, const MLNStyleChanges& changes) {
+    for (const std::string& name : changes.removedImages) {
+        imageSizes_.erase(name);
+    }
+    for (const std::string& name : changes.changedImages) {
+        if (const UIImage* image = style.imageForName(name)) {
+            imageSizes_[name] = image->size();
+        }
+    }
+}
+
+const MapSceneSource* MapScene::source(std::string_view identifier) const noexcept {
+    const auto known = sources_.find(identifier);
+    return known != sources_.end() ? &known->second : nullptr;
+}
+
+std::optional<CGSize> MapScene::imageSize(std::string_view name) const {
+    const auto known = imageSizes_.find(name);
+    return known != imageSizes_.end() ? std::optional(known->second) : std::nullopt;
+}
+
+}  // namespace pelta

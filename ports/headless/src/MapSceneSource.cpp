@@ -1,0 +1,143 @@
+#include "MapSceneSource.h"
+
+#include <algorithm>
+#include <functional>
+#include <numeric>
+
+#include "MapTransform.h"
+
+namespace pelta {
+
+namespace {
+
+/// The text of an attribute, or null when it is missing or no text.
+const std::string* textAttribute(const MLNShape& feature, std::string_view name) {
+    const MLNAttributeValue* value = feature.attribute(name);
+    return value != nullptr ? std::get_if<std::string>(value) : nullptr;
+}
+
+}  // namespace
+
+void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
+    features_.clear();
+    coordinateEnds_.clear();
+    coordinates_.clear();
+    ground_.clear();
+    boxes_.clear();
+    indices_.clear();
+    shape_ = std::move(shape);
+    if (!shape_) {
+        return;
+    }
+    if (shape_->kind() != MLNShapeKind::collection) {
+        addFeature(*shape_);
+        return;
+    }
+    const auto& members = static_cast<const MLNShapeCollectionFeature&>(*shape_).shapes();
+    features_.reserve(members.size());
+    coordinateEnds_.reserve(members.size());
+    for (const auto& member : members) {
+        if (member) {
+            addFeature(*member);
+        }
+    }
+}
+
+void MapSceneSource::addFeature(const MLNShape& shape) {
+    switch (shape.kind()) {
+        case MLNShapeKind::point:
+            coordinates_.push_back(static_cast<const MLNPointFeature&>(shape).coordinate());
+            break;
+        case MLNShapeKind::polyline: {
+            const auto& line = static_cast<const MLNPolylineFeature&>(shape).coordinates();
+            coordinates_.insert(coordinates_.end(), line.begin(), line.end());
+            break;
+        }
+        case MLNShapeKind::polygon:
+            addRing(static_cast<const MLNPolygonFeature&>(shape).coordinates());
+            break;
+        case MLNShapeKind::collection:
+            return;
+    }
+    features_.push_back(&shape);
+    coordinateEnds_.push_back(static_cast<std::uint32_t>(coordinates_.size()));
+}
+
+void MapSceneSource::addRing(const std::vector<CLLocationCoordinate2D>& ring) {
+    coordinates_.insert(coordinates_.end(), ring.begin(), ring.end());
+    if (!ring.empty() && ring.front() != ring.back()) {
+        coordinates_.push_back(ring.front());
+    }
+}
+
+void MapSceneSource::projectIfNeeded() const {
+    if (ground_.size() == coordinates_.size() && boxes_.size() == features_.size()) {
+        return;
+    }
+    ground_.resize(coordinates_.size());
+    std::transform(coordinates_.begin(), coordinates_.end(), ground_.begin(),
+                   MapTransform::groundForCoordinate);
+    boxes_.clear();
+    boxes_.reserve(features_.size());
+    std::size_t begin = 0;
+    for (const std::size_t end : coordinateEnds_) {
+        boxes_.push_back(begin == end ? MapBox{} : MapBox::around({ground_.data() + begin, end - begin}));
+        begin = end;
+    }
+}
+
+std::span<const CGPoint> MapSceneSource::ground(std::uint32_t index) const {
+    projectIfNeeded();
+    const std::size_t begin = index == 0 ? 0 : coordinateEnds_[index - 1];
+    return {ground_.data() + begin, coordinateEnds_[index] - begin};
+}
+
+const MapBox& MapSceneSource::box(std::uint32_t index) const {
+    projectIfNeeded();
+    return boxes_[index];
+}
+
+const MapSceneSource::AttributeIndex& MapSceneSource::indexFor(std::string_view attribute) const {
+    const auto known =
+        std::find_if(indices_.begin(), indices_.end(),
+                     [attribute](const AttributeIndex& index) { return index.attribute == attribute; });
+    if (known != indices_.end()) {
+        return *known;
+    }
+    AttributeIndex index{std::string(attribute), {}};
+    index.entries.reserve(features_.size());
+    for (std::uint32_t i = 0; i < features_.size(); ++i) {
+        if (const std::string* text = textAttribute(*features_[i], attribute)) {
+            index.entries.push_back({std::hash<std::string>{}(*text), i});
+        }
+    }
+    std::sort(index.entries.begin(), index.entries.end(),
+              [](const AttributeEntry& a, const AttributeEntry& b) {
+                  return a.hash != b.hash ? a.hash < b.hash : a.feature < b.feature;
+              });
+    indices_.push_back(std::move(index));
+    return indices_.back();
+}
+
+std::span<const std::uint32_t> MapSceneSource::featuresMatching(const MLNPredicate& predicate) const {
+    matches_.clear();
+    if (predicate.attribute.empty()) {
+        matches_.resize(features_.size());
+        std::iota(matches_.begin(), matches_.end(), 0U);
+        return matches_;
+    }
+    const auto& entries = indexFor(predicate.attribute).entries;
+    const std::size_t hash = std::hash<std::string>{}(predicate.value);
+    auto entry =
+        std::lower_bound(entries.begin(), entries.end(), hash,
+                         [](const AttributeEntry& a, std::size_t wanted) { return a.hash < wanted; });
+    for (; entry != entries.end() && entry->hash == hash; ++entry) {
+        const std::string* text = textAttribute(*features_[entry->feature], predicate.attribute);
+        if (text != nullptr && *text == predicate.value) {
+            matches_.push_back(entry->feature);
+        }
+    }
+    return matches_;
+}
+
+}  // namespace pelta
