@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// @file
+/// Text that comes from outside, made fit for messages, and numbers read from it.
+
+namespace pelta::viewer {
+
+/// The text in double quotes, shortened to about 40 bytes at a character's edge, control characters as
+/// spaces, so that foreign text cannot disturb a message.
+[[nodiscard]] std::string inQuotes(std::string_view text);
+
+/// A number in as few digits as tell it apart at 6 figures.
+[[nodiscard]] std::string numberText(double value);
+
+/// Reads a finite decimal number that fills the whole text, such as "-12.5" or "1e3".
+[[nodiscard]] std::optional<double> parseNumber(std::string_view text);
+
+}  // namespace pelta::viewer
