@@ -1,7 +1,8 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,14 @@ class Bundle {
     /// @return nothing when there is none of that name or it cannot be decoded.
     [[nodiscard]] virtual std::optional<UIImage> imageNamed(std::string_view name) const = 0;
 };
+
+/// For ports: which of a picture's versions suits a screen.
+///
+/// @param ascendingScales  pixels a point of the versions there are, smallest first.
+/// @return the index of the smallest that is not below the screen's scale, else of the largest; nothing when
+///         there are none.
+[[nodiscard]] std::optional<std::size_t> versionForScale(std::span<const double> ascendingScales,
+                                                         double screenScale);
 
 /// A random (version 4) UUID in its usual 36-character upper-case form.
 [[nodiscard]] std::string makeUUIDString();

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 /// @file
@@ -25,7 +27,7 @@ class MainQueue {
     /// count as 0. Any thread.
     static void asyncAfter(double delay, Task task);
     /// Runs a task on the main thread and returns when it is done: at once when called there, otherwise the
-    /// caller waits for the queue to be run.
+    /// caller waits for the queue to be run. A task that is dropped by `clear` lets its caller go, unrun.
     static void sync(const Task& task);
     /// True on the thread that runs this queue.
     [[nodiscard]] static bool isMainThread() noexcept;
@@ -35,6 +37,8 @@ class MainQueue {
     static std::size_t runDue(double now);
     /// For ports: true when a task waits that is due at `now`.
     [[nodiscard]] static bool hasDue(double now);
+    /// For ports: the earliest due time of all waiting tasks (seconds on the port's clock), if there are any.
+    [[nodiscard]] static std::optional<double> nextDue();
     /// For ports: drops all waiting tasks, before the port itself goes away.
     static void clear();
 };

@@ -20,7 +20,8 @@ class FrameLoop {
  public:
     /// Adds a participant, held weakly.
     static void add(std::weak_ptr<FrameParticipant> participant);
-    /// Asks the port for one frame; any number of requests before it yields one.
+    /// Asks the port for one frame; any number of requests before it yields one. Without
+    /// an installed port nothing happens.
     static void request();
     /// For ports: runs one frame at `now`. A call from within a frame is ignored.
     static void run(double now);

@@ -61,6 +61,8 @@ class PlatformPort {
 
     /// The installed port. Calling it before one is installed is a programming error that stops the process.
     [[nodiscard]] static PlatformPort& current();
+    /// True while a port is installed. Any thread.
+    [[nodiscard]] static bool isInstalled() noexcept;
     /// Installs a port, or none, for the whole process; the caller keeps ownership and removes it (null)
     /// before it goes away. The calling thread becomes the main thread.
     static void install(PlatformPort* port);

@@ -68,11 +68,15 @@ class UIButton : public UIView {
     [[nodiscard]] UIControlState state() const noexcept;
 
     void touchDidChange(const UITouch& touch) override;
+    [[nodiscard]] bool keepsTouchesFromSuperviews() const override { return true; }
     [[nodiscard]] ViewContent content() const override;
 
  private:
+    void setIsHighlighted(bool highlighted);
+
     std::array<std::optional<UIImage>, 3> images_;
     std::function<void()> action_;
+    std::optional<int> trackedTouch_;
     bool isEnabled_ = true;
     bool isHighlighted_ = false;
 };

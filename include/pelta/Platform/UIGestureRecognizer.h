@@ -23,18 +23,18 @@ enum class UIGestureRecognizerState : unsigned {
 /// Watches the touches on one view and reports a gesture.
 ///
 /// A recogniser that requires others to fail waits in `possible` until each of them has failed, and then
-/// reports, or never reports when one of them succeeds. After `ended`, `cancelled` or `failed` it returns to
-/// `possible` once all touches are lifted and nobody waits for it. Main thread only; the view owns its
-/// recognisers, a recogniser refers to its view weakly.
+/// reports, or never reports when one of them succeeds; only those that watch a touch at the time count.
+/// After `ended`, `cancelled` or `failed` it returns to `possible` once all touches are lifted and nobody
+/// waits for it; touches that begin before that are kept and make the next gesture. Main thread only; the
+/// view owns its recognisers, a recogniser refers to its view weakly.
 class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecognizer> {
  public:
     using Action = std::function<void(UIGestureRecognizer&)>;
 
     /// @param action  called on every change of state that a listener sees (began, changed, ended,
-    /// cancelled). It
-    ///                must not own the view.
+    ///                cancelled). It must not own the view.
     explicit UIGestureRecognizer(Action action) : action_(std::move(action)) {}
-    virtual ~UIGestureRecognizer() = default;
+    virtual ~UIGestureRecognizer();
     UIGestureRecognizer(const UIGestureRecognizer&) = delete;
     UIGestureRecognizer& operator=(const UIGestureRecognizer&) = delete;
 
@@ -44,44 +44,66 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     /// Off cancels a gesture under way.
     void setIsEnabled(bool enabled);
 
-    /// Makes this recogniser wait for the failure of another, which is held weakly.
+    /// Makes this recogniser wait for the failure of another, which is held weakly. Nothing happens when the
+    /// other one waits for this one, directly or through others.
     void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other);
     /// Where the gesture is, in points of the given view, or of the window when the view is null.
     [[nodiscard]] CGPoint locationInView(const UIView* view) const;
 
     /// For the view tree: takes one touch event in window coordinates.
-    void handleTouch(const UITouch& touch);
-    /// For the view tree: set when the recogniser is added to or taken from a view.
-    void attachToView(std::weak_ptr<UIView> view) { view_ = std::move(view); }
+    /// @return true when the gesture has been reported and this touch belongs to it.
+    bool handleTouch(const UITouch& touch);
+    /// For the view tree: set when the recogniser is added to or taken from a view. Cancels a gesture under
+    /// way.
+    void attachToView(std::weak_ptr<UIView> view);
 
  protected:
     /// What a concrete recogniser makes of a touch; moves the state with `transitionTo`.
     virtual void touchDidChange(const UITouch& touch) = 0;
+    /// False when a first touch that begins now cannot be part of the gesture begun by earlier ones, which
+    /// then fails; the touch begins another.
+    [[nodiscard]] virtual bool continuesGesture(const UITouch&) const { return true; }
     /// Forgets a gesture so that the next can begin.
     virtual void reset() {}
     /// Moves to a state; success waits for required failures.
     void transitionTo(UIGestureRecognizerState state);
-    /// Calls `work` after `delay` seconds unless the gesture has been reset or the recogniser released by
-    /// then.
+    /// Calls `work` after `delay` seconds unless the gesture has been reset, the delays cancelled or the
+    /// recogniser released by then.
     void afterDelay(double delay, std::function<void()> work);
+    void cancelDelays() noexcept { ++generation_; }
+    /// Fingers of the present gesture that are down.
+    [[nodiscard]] int touchesDown() const noexcept { return touchesDown_; }
 
     CGPoint location_;  ///< Window coordinates of the gesture.
 
  private:
-    void announce(UIGestureRecognizerState state);
+    using State = UIGestureRecognizerState;
+
+    void keepForNextGesture(const UITouch& touch);
+    void trackTouch(const UITouch& touch);
+    void recognize(State state);
+    void report(State state);
+    void fail();
+    void abandon();
     void settle();
-    [[nodiscard]] bool isWaiting() const;
-    void requiredRecognizerDidSettle(bool failed);
     void returnToPossible();
+    void tellDependents();
+    void requiredRecognizerDidSettle();
+    [[nodiscard]] bool waitsFor(const UIGestureRecognizer& other) const;
+    [[nodiscard]] bool isUnderWay() const noexcept;
+    [[nodiscard]] bool isActive() const noexcept;
 
     Action action_;
     std::weak_ptr<UIView> view_;
-    UIGestureRecognizerState state_ = UIGestureRecognizerState::possible;
-    UIGestureRecognizerState pendingState_ = UIGestureRecognizerState::possible;
+    State state_ = State::possible;
+    State pendingState_ = State::possible;  ///< The success that waits for required failures, if any.
     std::vector<std::weak_ptr<UIGestureRecognizer>> requiredFailures_;
     std::vector<std::weak_ptr<UIGestureRecognizer>> dependents_;
+    std::vector<UITouch> nextTouches_;  ///< Of the gesture after the present one.
     unsigned generation_ = 0;
+    unsigned reports_ = 0;  ///< Calls of the action so far.
     int touchesDown_ = 0;
+    bool hasGesture_ = false;  ///< A touch has begun since the last return to `possible`.
     bool isEnabled_ = true;
 };
 
@@ -97,13 +119,17 @@ class UITapGestureRecognizer final : public UIGestureRecognizer {
 
  protected:
     void touchDidChange(const UITouch& touch) override;
-    void reset() override;
+    [[nodiscard]] bool continuesGesture(const UITouch& touch) const override;
+    void reset() override { tapsSeen_ = 0; }
 
  private:
+    void fingerDidLift(const UITouch& touch);
+
     int tapsRequired_ = 1;
     int tapsSeen_ = 0;
-    CGPoint start_;
-    double startTime_ = 0;
+    CGPoint start_;         ///< Where the present tap began, window coordinates.
+    double startTime_ = 0;  ///< When the present tap began.
+    double liftTime_ = 0;   ///< When the last tap ended.
 };
 
 /// Recognises one finger held for `minimumPressDuration` within 10 points. Reports `began` when the time is
@@ -121,6 +147,8 @@ class UILongPressGestureRecognizer final : public UIGestureRecognizer {
     void touchDidChange(const UITouch& touch) override;
 
  private:
+    void fingerDidPress(const UITouch& touch);
+
     double duration_ = 0.5;
     CGPoint start_;
 };

@@ -35,9 +35,10 @@ class NSLayoutAnchor {
 /// Only active constraints count. Layout places a view whose `translatesAutoresizingMaskIntoConstraints` is
 /// off within its superview: two conditions an axis settle it; of conditions that contradict each other the
 /// earlier activated one holds, and an axis with too few keeps the frame's value. Main thread only.
-class NSLayoutConstraint {
+class NSLayoutConstraint : public std::enable_shared_from_this<NSLayoutConstraint> {
  public:
-    /// `first` = `second` + `constant`. The view of `first` is the one that is placed.
+    /// `first` = `second` + `constant`. The view of `first` is the one that is placed; where `first` speaks
+    /// of a safe area or of a superview of the other view, it is the view of `second`.
     [[nodiscard]] static std::shared_ptr<NSLayoutConstraint> equal(NSLayoutAnchor first,
                                                                    NSLayoutAnchor second,
                                                                    CGFloat constant = 0);
@@ -70,10 +71,13 @@ class NSLayoutConstraint {
     NSLayoutConstraint(NSLayoutAnchor first, std::vector<NSLayoutAnchor> second, CGFloat constant);
 
  private:
+    [[nodiscard]] std::shared_ptr<UIView> viewToPlace() const;
+
     NSLayoutAnchor first_;
     std::vector<NSLayoutAnchor> second_;
     CGFloat constant_;
     std::string identifier_;
+    std::weak_ptr<UIView> placedView_;  ///< Known while active.
     bool isActive_ = false;
 };
 

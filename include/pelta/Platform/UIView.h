@@ -24,6 +24,10 @@ struct PictureContent {
     UIViewContentMode mode = UIViewContentMode::scaleToFill;
 };
 
+/// For ports: where a picture is drawn within the view's bounds; stretched, largest without distortion, or at
+/// its own size in the middle.
+[[nodiscard]] CGRect rectForPicture(const PictureContent& picture, CGRect bounds) noexcept;
+
 /// A line of text as the content of a view, centred vertically.
 struct TextContent {
     std::string text;
@@ -105,9 +109,11 @@ class UIView : public std::enable_shared_from_this<UIView> {
     [[nodiscard]] const std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints() const noexcept {
         return constraints_;
     }
-    /// Distances from this view's edges to its safe area, points.
+    /// Distances from this view's edges to its safe area, points: what was set here, or what of the
+    /// superview's uncovered margins reaches into this view where that is more.
     [[nodiscard]] UIEdgeInsets safeAreaInsets() const noexcept { return safeAreaInsets_; }
-    /// For windows and ports: sets the insets and, on a change, calls `safeAreaInsetsDidChange`.
+    /// For windows and ports: sets the insets; `safeAreaInsetsDidChange` is called wherever the effective
+    /// ones change, in this view and within. Negative and non-finite values count as 0.
     void setSafeAreaInsets(UIEdgeInsets insets);
     /// Called after the safe area has changed. Overrides call the base.
     virtual void safeAreaInsetsDidChange() {}
@@ -130,6 +136,8 @@ class UIView : public std::enable_shared_from_this<UIView> {
     [[nodiscard]] std::shared_ptr<UIView> hitTest(CGPoint point);
     /// A point of this view in the window's coordinates.
     [[nodiscard]] CGPoint convertPointToWindow(CGPoint point) const;
+    /// On: the recognisers of superviews do not see touches that begin here, as is right for controls.
+    [[nodiscard]] virtual bool keepsTouchesFromSuperviews() const { return false; }
     /// Called for every touch that began on this view, recognisers or not.
     virtual void touchDidChange(const UITouch& touch);
 
@@ -158,7 +166,11 @@ class UIView : public std::enable_shared_from_this<UIView> {
     friend class NSLayoutConstraint;
     void constraintDidActivate(std::shared_ptr<NSLayoutConstraint> constraint);
     void constraintDidDeactivate(const NSLayoutConstraint& constraint);
-    void placeByConstraints(UIView& subview);
+    void constraintsDidChange();
+    bool applyFrame(CGRect frame);
+    void placeSubviewsByConstraints();
+    void layoutTree();
+    void updateSafeArea();
 
     CGRect frame_;
     std::vector<std::shared_ptr<UIView>> subviews_;
@@ -167,6 +179,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
     std::vector<std::shared_ptr<UIGestureRecognizer>> gestureRecognizers_;
     std::shared_ptr<CALayer> layer_;
     std::string accessibilityLabel_;
+    UIEdgeInsets ownSafeAreaInsets_;
     UIEdgeInsets safeAreaInsets_;
     UIColor backgroundColor_ = UIColor::clear();
     CGAffineTransform transform_;
@@ -176,6 +189,8 @@ class UIView : public std::enable_shared_from_this<UIView> {
     bool isUserInteractionEnabled_ = true;
     bool usesAutoresizingMask_ = true;
     bool needsLayout_ = true;
+    bool descendantNeedsLayout_ = false;
+    bool placesSubviews_ = false;  ///< True once a subview has been placed by constraints.
 };
 
 }  // namespace pelta

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace pelta::detail {
+
+/// Makes the calling thread the main thread.
+void becomeMainThread() noexcept;
+
+}  // namespace pelta::detail
