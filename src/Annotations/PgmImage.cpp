@@ -1,0 +1,104 @@
+#include <pelta/Annotations/PgmIDManager.h>
+#include <pelta/Annotations/PgmImage.h>
+#include <pelta/Platform/Log.h>
+
+namespace pelta {
+
+namespace {
+
+std::string numberedIdentifier() {
+    return "I:" + std::to_string(PgmImageIDHelper::atomicID().incrementAndGet());
+}
+
+}  // namespace
+
+PgmImage::PgmImage(UIImage picture, std::string reuseIdentifier)
+    : image_(std::move(picture)), reuseIdentifier_(std::move(reuseIdentifier)) {}
+
+PgmImage::Ptr PgmImage::imageWith(UIImage picture, std::optional<std::string> reuseIdentifier) {
+    return std::make_shared<PgmImage>(std::move(picture),
+                                      reuseIdentifier ? *std::move(reuseIdentifier) : numberedIdentifier());
+}
+
+PgmImage::Ptr PgmImage::imageNamed(std::string_view name, std::optional<std::string> reuseIdentifier) {
+    return imageNamedInBundle(name, nullptr, std::move(reuseIdentifier));
+}
+
+PgmImage::Ptr PgmImage::imageNamedInBundle(std::string_view name, const Bundle* bundle,
+                                           std::optional<std::string> reuseIdentifier) {
+    auto picture = (bundle ? *bundle : Bundle::main()).imageNamed(name);
+    if (!picture) {
+        return nullptr;
+    }
+    return std::make_shared<PgmImage>(*std::move(picture),
+                                      reuseIdentifier ? *std::move(reuseIdentifier) : makeUUIDString());
+}
+
+std::optional<UIImage> PgmImage::resourceImage(std::string_view name) {
+    auto picture = Bundle::library().imageNamed(name);
+    if (!picture) {
+        dPrint("Failed to load resource image: " + std::string(name));
+    }
+    return picture;
+}
+
+PgmImage::Ptr PgmImage::builtInImage(std::string_view name) {
+    auto picture = resourceImage(name);
+    if (!picture) {
+        fatalError("Failed to load resource image: " + std::string(name));
+    }
+    return imageWith(*std::move(picture));
+}
+
+const PgmImage::Ptr& PgmImage::markerImageBlue() {
+    static const Ptr image = builtInImage("peltamap_default_marker_icon_blue");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::markerImageGray() {
+    static const Ptr image = builtInImage("peltamap_default_marker_icon_gray");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::markerImageGreen() {
+    static const Ptr image = builtInImage("peltamap_default_marker_icon_green");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::markerImageRed() {
+    static const Ptr image = builtInImage("peltamap_default_marker_icon_red");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::markerImageYellow() {
+    static const Ptr image = builtInImage("peltamap_default_marker_icon_yellow");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::locationIconNomal() {
+    static const Ptr image = builtInImage("peltamap_default_location_icon");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::locationIconTracking() {
+    static const Ptr image = builtInImage("peltamap_default_location_icon_tracking");
+    return image;
+}
+
+const PgmImage::Ptr& PgmImage::locationIconTrackingCompass() {
+    static const Ptr image = builtInImage("peltamap_default_location_icon_tracking_compass");
+    return image;
+}
+
+void PgmImage::setStyleIconIdentifier(std::optional<std::string> identifier) {
+    styleIconIdentifier_ = std::move(identifier);
+}
+
+void PgmImage::setIsEnabled(bool enabled) {
+    isEnabled_ = enabled;
+    if (const auto delegate = delegate_.lock()) {
+        delegate->annotationImageNeedsRedisplay(*this);
+    }
+}
+
+}  // namespace pelta

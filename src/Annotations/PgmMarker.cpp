@@ -1,0 +1,194 @@
+#include <pelta/Annotations/PgmMarker.h>
+#include <pelta/Platform/UIWindow.h>
+#include <pelta/View/PgmMapView.h>
+
+#include "Annotations/MarkerLayout.h"
+
+namespace pelta {
+
+namespace {
+
+constexpr double titleHaloWidth = 2;
+constexpr double iconHaloWidth = 1;
+constexpr UIColor iconHaloColor = UIColor::white().withAlpha(0.5);
+
+std::string alignment(bool isFlat) {
+    return isFlat ? "map" : "viewport";
+}
+
+/// The font list of every title, made once.
+const MLNExpression<std::vector<std::string>>& titleFontNames() {
+    static const MLNExpression<std::vector<std::string>> names(std::vector<std::string>{"NotoSansRegular"});
+    return names;
+}
+
+}  // namespace
+
+std::shared_ptr<PgmMarker> PgmMarker::create() {
+    return make<PgmMarker>();
+}
+
+std::shared_ptr<PgmMarker> PgmMarker::markerWithPosition(CLLocationCoordinate2D position) {
+    return make<PgmMarker>(position);
+}
+
+std::shared_ptr<PgmMarker> PgmMarker::markerWithIconImage(std::shared_ptr<PgmImage> image) {
+    return make<PgmMarker>(CLLocationCoordinate2D{}, std::move(image));
+}
+
+std::shared_ptr<PgmMarker> PgmMarker::markerWithPositionIconImage(CLLocationCoordinate2D position,
+                                                                  std::shared_ptr<PgmImage> image) {
+    return make<PgmMarker>(position, std::move(image));
+}
+
+PgmMarker::PgmMarker(CLLocationCoordinate2D position, std::shared_ptr<PgmImage> iconImage)
+    : feature_(MLNPointFeature::create()),
+      iconImage_(iconImage ? std::move(iconImage) : PgmImage::markerImageRed()),
+      position_(position) {}
+
+void PgmMarker::completeConstruction(std::string_view className) {
+    PgmShape::completeConstruction(className);
+    updateFeature();
+}
+
+void PgmMarker::setPosition(CLLocationCoordinate2D position) {
+    position_ = position;
+    updateFeature();
+}
+
+void PgmMarker::setIconImage(std::shared_ptr<PgmImage> image) {
+    iconImage_ = image ? std::move(image) : PgmImage::markerImageRed();
+    updateLayerProperty();
+}
+
+void PgmMarker::setIconScale(double scale) {
+    iconScale_ = scale;
+    updateLayerProperty();
+}
+
+void PgmMarker::setIsIconFlat(bool flat) {
+    isIconFlat_ = flat;
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitle(std::string title) {
+    title_ = std::move(title);
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitleColor(UIColor color) {
+    titleColor_ = color;
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitleHaloColor(UIColor color) {
+    titleHaloColor_ = color;
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitleSize(double size) {
+    titleSize_ = size;
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitleMaxWidth(double width) {
+    titleMaxWidth_ = width;
+    updateLayerProperty();
+}
+
+void PgmMarker::setTitleMargin(double margin) {
+    titleMargin_ = margin;
+    updateLayerProperty();
+}
+
+void PgmMarker::setIsTitleFlat(bool flat) {
+    isTitleFlat_ = flat;
+    updateLayerProperty();
+}
+
+void PgmMarker::setIsAllowOverlapMarkers(bool allow) {
+    isAllowOverlapMarkers_ = allow;
+    updateLayerProperty();
+}
+
+void PgmMarker::setIsAllowOverlapTitle(bool allow) {
+    isAllowOverlapTitle_ = allow;
+    updateLayerProperty();
+}
+
+void PgmMarker::setIsAllowOverlapSymbols(bool allow) {
+    isAllowOverlapSymbols_ = allow;
+    updateLayerProperty();
+}
+
+void PgmMarker::updateFeature() {
+    tagFeature(*feature_);
+    feature_->setCoordinate(position_);
+    setNeedsFeatureUpdate();
+}
+
+void PgmMarker::updateLayerProperty() {
+    const auto view = mapView();
+    if (!view) {
+        return;
+    }
+    if (!symbolLayer_) {
+        const auto source = shapeSource();
+        if (!source) {
+            return;
+        }
+        symbolLayer_ = makeLayer<MLNSymbolStyleLayer>(*source);
+        insertStyleLayers({symbolLayer_});
+    }
+    PgmShape::updateLayerProperty();
+    applyTitle(*symbolLayer_);
+    view->setNeedCheckShapeImage(true);
+    view->triggerRepaint();
+    applyIcon(*symbolLayer_);
+    applyOffsets(*symbolLayer_);
+}
+
+void PgmMarker::applyTitle(MLNSymbolStyleLayer& layer) const {
+    layer.setText(title_);
+    layer.setTextFontNames(titleFontNames());
+    layer.setTextColor(titleColor_);
+    layer.setTextFontSize(titleSize_);
+    // The engine has one flag for icons; of the two of a marker the one written last wins.
+    layer.setIconAllowsOverlap(isAllowOverlapSymbols_);
+    layer.setTextAllowsOverlap(isAllowOverlapTitle_);
+    layer.setIconAllowsOverlap(isAllowOverlapMarkers_);
+    layer.setTextOpacity(alpha_);
+    layer.setTextHaloColor(titleHaloColor_);
+    layer.setTextHaloWidth(titleHaloWidth);
+    layer.setTextAnchor(std::string("top"));
+    layer.setTextOptional(true);
+    layer.setMaximumTextWidth(ems(titleMaxWidth_, titleSize_));
+}
+
+void PgmMarker::applyIcon(MLNSymbolStyleLayer& layer) const {
+    layer.setIconImageName(iconImage_->reuseIdentifier());
+    layer.setIconScale(iconScale_);
+    layer.setIconOpacity(alpha_);
+    layer.setIconRotation(angle_);
+    layer.setIconHaloColor(iconHaloColor);
+    layer.setIconHaloWidth(iconHaloWidth);
+    layer.setIconAnchor(std::string("center"));
+    layer.setTextPitchAlignment(alignment(isTitleFlat_));
+    layer.setIconPitchAlignment(alignment(isIconFlat_));
+    layer.setIconRotationAlignment(alignment(isIconFlat_));
+}
+
+void PgmMarker::applyOffsets(MLNSymbolStyleLayer& layer) {
+    const auto layout = layoutMarker({.pictureSize = iconImage_->image().size(),
+                                      .iconScale = iconScale_,
+                                      .angle = angle_,
+                                      .anchor = anchor_,
+                                      .titleSize = titleSize_,
+                                      .titleMargin = titleMargin_,
+                                      .screenScale = UIScreen::scale()});
+    infoWindowOffset_ = layout.infoWindowOffset;
+    layer.setIconOffset(layout.iconOffset);
+    layer.setTextOffset(layout.textOffset);
+}
+
+}  // namespace pelta

@@ -1,0 +1,81 @@
+#include "View/LayerStacking.h"
+
+#include <algorithm>
+#include <span>
+#include <tuple>
+
+namespace pelta {
+
+namespace {
+
+using Position = MLNStyle::Layers::const_iterator;
+
+void takeOut(const MLNStyleLayer& layer) {
+    if (auto* holder = layer.style()) {
+        holder->removeLayer(layer);
+    }
+}
+
+/// Puts a layer directly below a position.
+/// @return the position of what is now the lowest of the layers that were put there.
+Position putBelow(MLNStyle& style, Position position, const std::shared_ptr<MLNVectorStyleLayer>& layer) {
+    const auto& layers = style.layers();
+    if (position != layers.end() && *position == layer) {
+        return position;
+    }
+    if (position != layers.begin() && *std::prev(position) == layer) {
+        return std::prev(position);
+    }
+    takeOut(*layer);
+    if (position == layers.end()) {
+        style.addLayer(layer);
+    } else {
+        style.insertLayerBelow(layer, **position);
+    }
+    const bool isAccepted = layer->style() == &style;
+    return isAccepted ? std::prev(position) : position;
+}
+
+/// Stacks from the highest layer downwards: new shapes are mostly the highest, so that all others are found
+/// in place.
+void stackBelow(MLNStyle& style, Position position, std::span<const PgmShape* const> sortedShapes) {
+    for (auto shape = sortedShapes.rbegin(); shape != sortedShapes.rend(); ++shape) {
+        const auto& layers = (*shape)->styleLayers();
+        for (auto layer = layers.rbegin(); layer != layers.rend(); ++layer) {
+            position = putBelow(style, position, *layer);
+        }
+    }
+}
+
+}  // namespace
+
+void sortShapes(std::vector<const PgmShape*>& shapes) {
+    std::sort(shapes.begin(), shapes.end(), [](const PgmShape* a, const PgmShape* b) {
+        return std::tuple(a->globalZIndex(), a->zIndex(), a->shapeIndex()) <
+               std::tuple(b->globalZIndex(), b->zIndex(), b->shapeIndex());
+    });
+}
+
+void removeLayers(const PgmShape& shape) {
+    for (const auto& layer : shape.styleLayers()) {
+        takeOut(*layer);
+    }
+}
+
+void stackLayers(MLNStyle& style, const std::vector<const PgmShape*>& sortedShapes,
+                 const std::optional<std::string>& firstSymbolLayer) {
+    const auto symbolLayer = firstSymbolLayer ? style.layerWithIdentifier(*firstSymbolLayer) : nullptr;
+    auto aboveLabels = sortedShapes.begin();
+    if (symbolLayer) {
+        aboveLabels = std::find_if(sortedShapes.begin(), sortedShapes.end(),
+                                   [](const PgmShape* shape) { return shape->globalZIndex() >= 0; });
+    }
+    stackBelow(style, style.layers().end(), {aboveLabels, sortedShapes.end()});
+    if (aboveLabels != sortedShapes.begin()) {
+        const auto& layers = style.layers();
+        stackBelow(style, std::find(layers.begin(), layers.end(), symbolLayer),
+                   {sortedShapes.begin(), aboveLabels});
+    }
+}
+
+}  // namespace pelta

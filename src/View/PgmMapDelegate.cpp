@@ -1,0 +1,18 @@
+#include <pelta/View/PgmMapDelegate.h>
+
+namespace pelta {
+
+void PgmMapDelegate::regionWillChangeAnimated(PgmMapView& /*mapView*/, bool /*animated*/,
+                                              PgmCameraUpdateReason /*reason*/) {}
+
+void PgmMapDelegate::regionIsChangingWithReason(PgmMapView& /*mapView*/, PgmCameraUpdateReason /*reason*/) {}
+
+void PgmMapDelegate::regionDidChangeAnimated(PgmMapView& /*mapView*/, bool /*animated*/,
+                                             PgmCameraUpdateReason /*reason*/) {}
+
+void PgmMapDelegate::mapViewDidBecomeIdle(PgmMapView& /*mapView*/) {}
+
+void PgmMapDelegate::didUpdateUserLocation(PgmMapView& /*mapView*/,
+                                           const std::optional<CLLocation>& /*location*/) {}
+
+}  // namespace pelta

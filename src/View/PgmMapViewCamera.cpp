@@ -1,0 +1,120 @@
+#include <pelta/View/PgmMapView.h>
+
+namespace pelta {
+
+namespace {
+
+std::optional<CAMediaTimingFunction> timingFunctionOf(PgmCameraUpdateAnimation animation) {
+    switch (animation) {
+        case PgmCameraUpdateAnimation::linear:
+            return CAMediaTimingFunction::linear();
+        case PgmCameraUpdateAnimation::easeIn:
+            return CAMediaTimingFunction::easeIn();
+        case PgmCameraUpdateAnimation::easeOut:
+            return CAMediaTimingFunction::easeOut();
+        case PgmCameraUpdateAnimation::none:
+        case PgmCameraUpdateAnimation::fly:
+            break;
+    }
+    return std::nullopt;
+}
+
+std::shared_ptr<PgmCameraPosition> positionOf(const MLNMapView& engine) {
+    const auto camera = engine.camera();
+    const auto center = camera.centerCoordinate;
+    const double zoom =
+        MLNZoomLevelForAltitude(camera.altitude, camera.pitch, center.latitude, engine.bounds().size);
+    return PgmCameraPosition::create(center, zoom, camera.pitch, camera.heading);
+}
+
+}  // namespace
+
+std::shared_ptr<PgmCameraPosition> PgmMapView::cameraPosition() const {
+    return engine_ ? positionOf(*engine_) : nullptr;
+}
+
+MLNMapCamera PgmMapView::engineCamera(const PgmCameraPosition& position) {
+    layoutIfNeeded();
+    return position.getMLNMapCamera(bounds().size, *this);
+}
+
+void PgmMapView::setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position) {
+    const auto engine = engine_;
+    if (position && engine) {
+        engine->setCamera(engineCamera(*position), false);
+    }
+}
+
+void PgmMapView::moveCamera(const std::shared_ptr<PgmCameraUpdate>& update) {
+    const auto kept = update;
+    const auto self = sharedThis();
+    if (engine_ && engine_->showsUserLocation()) {
+        engine_->setUserTrackingMode(MLNUserTrackingMode::none);
+    }
+    moveCamera(kept, nullptr);
+}
+
+void PgmMapView::moveCamera(const std::shared_ptr<PgmCameraUpdate>& update, Completion completion) {
+    if (!update) {
+        return;
+    }
+    // Both camera events and the layout may make the application release the view.
+    const auto self = sharedThis();
+    layoutIfNeeded();
+    const auto animation = update->animation();
+    const auto position = update->getCameraPosition(*this);
+    if (animation == PgmCameraUpdateAnimation::fly) {
+        flyToCamera(position, update->animationDuration(), std::move(completion));
+        return;
+    }
+    const auto engine = engine_;
+    if (!position || !engine) {
+        return;
+    }
+    const double duration = animation == PgmCameraUpdateAnimation::none ? 0 : update->animationDuration();
+    engine->setCamera(engineCamera(*position), duration, timingFunctionOf(animation), std::move(completion));
+}
+
+void PgmMapView::flyToCamera(const std::shared_ptr<PgmCameraPosition>& position, double duration,
+                             Completion completion) {
+    const auto engine = engine_;
+    if (position && engine) {
+        engine->flyToCamera(engineCamera(*position), duration, std::move(completion));
+    }
+}
+
+std::shared_ptr<PgmProjection> PgmMapView::projection() const {
+    return std::make_shared<PgmProjection>(std::static_pointer_cast<const PgmMapView>(shared_from_this()));
+}
+
+std::shared_ptr<PgmLatLngBounds> PgmMapView::contentBounds() const {
+    if (!engine_) {
+        return nullptr;
+    }
+    const auto bounds = engine_->visibleCoordinateBounds();
+    return PgmLatLngBounds::create(bounds.sw, bounds.ne);
+}
+
+std::shared_ptr<PgmLatLngBounds> PgmMapView::constraintBounds() const {
+    if (!engine_) {
+        return nullptr;
+    }
+    const auto bounds = engine_->maximumScreenBounds();
+    return PgmLatLngBounds::create(bounds.sw, bounds.ne);
+}
+
+void PgmMapView::setConstraintBounds(const std::shared_ptr<PgmLatLngBounds>& bounds) {
+    const auto engine = engine_;
+    if (bounds && engine) {
+        engine->setMaximumScreenBounds({bounds->southWest(), bounds->northEast()});
+    }
+}
+
+void PgmMapView::updateOptions() {
+    const auto engine = engine_;
+    if (engine) {
+        engine->setCamera(engineCamera(*positionOf(*engine)), false);
+    }
+}
+
+}  // namespace pelta

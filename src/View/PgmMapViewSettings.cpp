@@ -1,0 +1,160 @@
+#include <pelta/Platform/Log.h>
+#include <pelta/View/PgmMapView.h>
+
+namespace pelta {
+
+namespace {
+
+MLNUserTrackingMode engineMode(PgmUserTrackingMode mode) {
+    switch (mode) {
+        case PgmUserTrackingMode::none:
+            return MLNUserTrackingMode::none;
+        case PgmUserTrackingMode::follow:
+            return MLNUserTrackingMode::follow;
+        case PgmUserTrackingMode::followWithHeading:
+            return MLNUserTrackingMode::followWithHeading;
+        case PgmUserTrackingMode::off:
+            break;
+    }
+    fatalError("unexpected user tracking mode " + std::to_string(static_cast<unsigned>(mode)));
+}
+
+/// Hands a value to the engine, if there is one, which is kept for the call: the events it reports may make
+/// the application release the view.
+template <class Value>
+void forward(std::shared_ptr<MLNMapView> engine, void (MLNMapView::*setter)(Value), Value value) {
+    if (engine) {
+        (engine.get()->*setter)(value);
+    }
+}
+
+}  // namespace
+
+void PgmMapView::setLatitude(double degrees) {
+    settings_.latitude = degrees;
+    forward(engine_, &MLNMapView::setLatitude, degrees);
+}
+
+void PgmMapView::setLongitude(double degrees) {
+    settings_.longitude = degrees;
+    forward(engine_, &MLNMapView::setLongitude, degrees);
+}
+
+void PgmMapView::setZoomLevel(double zoomLevel) {
+    settings_.zoomLevel = zoomLevel;
+    forward(engine_, &MLNMapView::setZoomLevel, zoomLevel);
+}
+
+void PgmMapView::setMinimumZoomLevel(double zoomLevel) {
+    settings_.minimumZoomLevel = zoomLevel;
+    forward(engine_, &MLNMapView::setMinimumZoomLevel, zoomLevel);
+}
+
+void PgmMapView::setMaximumZoomLevel(double zoomLevel) {
+    settings_.maximumZoomLevel = zoomLevel;
+    forward(engine_, &MLNMapView::setMaximumZoomLevel, zoomLevel);
+}
+
+void PgmMapView::setMinimumTilt(double degrees) {
+    settings_.minimumTilt = degrees;
+    forward(engine_, &MLNMapView::setMinimumPitch, degrees);
+}
+
+void PgmMapView::setMaximumTilt(double degrees) {
+    settings_.maximumTilt = degrees;
+    forward(engine_, &MLNMapView::setMaximumPitch, degrees);
+}
+
+void PgmMapView::setContentInset(UIEdgeInsets inset) {
+    settings_.contentInset = inset;
+    forward(engine_, &MLNMapView::setContentInset, inset);
+}
+
+void PgmMapView::setIsScaleBarVisible(bool visible) {
+    settings_.isScaleBarVisible = visible;
+    forward(engine_, &MLNMapView::setShowsScale, visible);
+}
+
+void PgmMapView::setIsCompassVisible(bool visible) {
+    settings_.isCompassVisible = visible;
+    forward(engine_, &MLNMapView::setShowsCompassView, visible);
+}
+
+void PgmMapView::setIsZoomControlVisible(bool visible) {
+    settings_.isZoomControlVisible = visible;
+}
+
+void PgmMapView::setIsLocationButtonVisible(bool visible) {
+    settings_.isLocationButtonVisible = visible;
+}
+
+void PgmMapView::setIsLogoVisible(bool visible) {
+    settings_.isLogoVisible = visible;
+    forward(engine_, &MLNMapView::setShowsLogoView, visible);
+}
+
+void PgmMapView::setIsLogoClickEnabled(bool enabled) {
+    settings_.isLogoClickEnabled = enabled;
+    if (engine_) {
+        engine_->logoView()->setIsUserInteractionEnabled(enabled);
+    }
+}
+
+void PgmMapView::setIsZoomGesturesEnabled(bool enabled) {
+    settings_.isZoomGesturesEnabled = enabled;
+    forward(engine_, &MLNMapView::setZoomEnabled, enabled);
+}
+
+void PgmMapView::setIsScrollGesturesEnabled(bool enabled) {
+    settings_.isScrollGesturesEnabled = enabled;
+    forward(engine_, &MLNMapView::setScrollEnabled, enabled);
+}
+
+void PgmMapView::setIsRotateGesturesEnabled(bool enabled) {
+    settings_.isRotateGesturesEnabled = enabled;
+    forward(engine_, &MLNMapView::setRotateEnabled, enabled);
+}
+
+void PgmMapView::setIsTiltGesturesEnabled(bool enabled) {
+    settings_.isTiltGesturesEnabled = enabled;
+    forward(engine_, &MLNMapView::setPitchEnabled, enabled);
+}
+
+void PgmMapView::setDecelerationRate(CGFloat rate) {
+    settings_.decelerationRate = rate;
+    forward(engine_, &MLNMapView::setDecelerationRate, rate);
+}
+
+void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
+    settings_.userTrackingMode = mode;
+    const auto engine = engine_;
+    if (mode == PgmUserTrackingMode::off) {
+        forward(engine, &MLNMapView::setShowsUserLocation, false);
+        return;
+    }
+    const auto tracking = engineMode(mode);
+    forward(engine, &MLNMapView::setShowsUserLocation, true);
+    forward(engine, &MLNMapView::setShowsHeading, true);
+    forward(engine, &MLNMapView::setUserTrackingMode, tracking);
+}
+
+void PgmMapView::applyMapOptions(const PgmMapOptions& options) {
+    // Events of the first steps may make the application release the view before the last ones.
+    const auto self = sharedThis();
+    setCameraPosition(options.camera());
+    setIsScaleBarVisible(options.isScaleBarVisible());
+    setIsCompassVisible(options.isCompassVisible());
+    setIsZoomControlVisible(options.isZoomControlVisible());
+    setIsLocationButtonVisible(options.isLocationButtonVisible());
+    setMinimumZoomLevel(options.minimumZoomLevel());
+    setMaximumZoomLevel(options.maximumZoomLevel());
+    setMinimumTilt(options.minimumTilt());
+    setMaximumTilt(options.maximumTilt());
+    setIsZoomGesturesEnabled(options.isZoomGesturesEnabled());
+    setIsScrollGesturesEnabled(options.isScrollGesturesEnabled());
+    setIsRotateGesturesEnabled(options.isRotateGesturesEnabled());
+    setIsTiltGesturesEnabled(options.isTiltGesturesEnabled());
+    updateOptions();
+}
+
+}  // namespace pelta

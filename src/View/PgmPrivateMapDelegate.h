@@ -1,0 +1,34 @@
+#pragma once
+
+#include <memory>
+
+#include <pelta/Engine/MLNMapViewDelegate.h>
+#include <pelta/Geometry/PgmCameraUpdate.h>
+
+namespace pelta {
+
+class PgmMapView;
+
+/// Hears the engine for one map view and passes on what concerns the application. Silent once the view is
+/// gone; holds it while a callback runs.
+class PrivateMapDelegate final : public MLNMapViewDelegate {
+ public:
+    void setPgmMapView(std::weak_ptr<PgmMapView> mapView) { pgmMapView_ = std::move(mapView); }
+
+    void didFinishLoadingStyle(MLNMapView& mapView, MLNStyle& style) override;
+    void regionWillChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
+    void regionIsChanging(MLNMapView& mapView, MLNCameraChangeReason reason) override;
+    void regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
+    void mapViewWillStartRenderingFrame(MLNMapView& mapView) override;
+    void mapViewDidBecomeIdle(MLNMapView& mapView) override;
+    void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
+    void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated) override;
+
+ private:
+    std::weak_ptr<PgmMapView> pgmMapView_;
+};
+
+/// Gestures come before the compass's return to north, that before everything else.
+[[nodiscard]] PgmCameraUpdateReason cameraUpdateReason(MLNCameraChangeReason reason) noexcept;
+
+}  // namespace pelta

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <pelta/Annotations/PgmShape.h>
+#include <pelta/Engine/MLNMapView.h>
+
+namespace pelta {
+
+/// The shapes of one map view and what keeps the engine's style in step with them: the order of their
+/// layers, the source of their features and the pictures they need. Changes are only noted; the work is done
+/// once before a frame.
+class ShapeRegistry {
+ public:
+    using Shapes = std::map<std::uint64_t, std::shared_ptr<PgmShape>>;
+
+    /// Of the one source that holds the features of all shapes.
+    static constexpr std::string_view sourceIdentifier = "pel-shapes";
+
+    /// Work that waits for the next frame.
+    struct PendingWork {
+        bool reorderShapes = false;
+        bool updateShapes = false;
+        bool checkShapeImage = false;
+    };
+
+    ShapeRegistry();
+    ~ShapeRegistry();
+    ShapeRegistry(const ShapeRegistry&) = delete;
+    ShapeRegistry& operator=(const ShapeRegistry&) = delete;
+
+    void setEngine(std::shared_ptr<MLNMapView> engine) { engine_ = std::move(engine); }
+
+    [[nodiscard]] const Shapes& shapes() const noexcept { return shapes_; }
+    [[nodiscard]] const Shapes& shapesToRemove() const noexcept { return shapesToRemove_; }
+    [[nodiscard]] PendingWork& pendingWork() noexcept { return pendingWork_; }
+    [[nodiscard]] const PendingWork& pendingWork() const noexcept { return pendingWork_; }
+    [[nodiscard]] bool hasLoadedStyle() const noexcept { return hasLoadedStyle_; }
+    /// Of the loaded style, lowest symbol layer; absent when it has none.
+    [[nodiscard]] const std::optional<std::string>& firstSymbolLayer() const noexcept {
+        return firstSymbolLayer_;
+    }
+
+    void add(const std::shared_ptr<PgmShape>& shape);
+    void remove(const std::shared_ptr<PgmShape>& shape);
+    void draw(PgmShape& shape);
+    void updateSource(std::string_view identifier);
+    void reorder();
+    void checkImages();
+
+    /// Prepares a newly loaded style for shapes and draws those that there are.
+    void styleDidLoad(MLNStyle& style);
+    /// Does what is pending, each kind once.
+    void doPendingWork();
+    void triggerRepaint();
+
+ private:
+    [[nodiscard]] MLNStyle* style() const;
+    void requestEverything();
+
+    std::shared_ptr<MLNMapView> engine_;
+    Shapes shapes_;
+    Shapes shapesToRemove_;
+    PendingWork pendingWork_;
+    std::optional<std::string> firstSymbolLayer_;
+    bool hasLoadedStyle_ = false;
+};
+
+}  // namespace pelta
