@@ -27,6 +27,7 @@ class MLNUserLocation final : public MLNAnnotation {
 
     /// For the map view.
     void setLocation(std::optional<CLLocation> location) { location_ = location; }
+    /// For the map view: what the device last reported; absent when it is unknown.
     void setHeading(std::optional<CLHeading> heading) { heading_ = heading; }
 
  private:

@@ -13,14 +13,17 @@ template <class T>
 class MLNExpression {
  public:
     // Constants read naturally at the call: layer->setIconSize(1.5).
+    /// The same value for every feature.
     MLNExpression(T constant) : constant_(std::move(constant)) {}
 
+    /// Each feature's own value of an attribute; a feature without it gets the property's default.
     [[nodiscard]] static MLNExpression expressionForKeyPath(std::string_view attribute) {
         MLNExpression expression{T{}};
         expression.attribute_ = std::make_shared<const std::string>(attribute);
         return expression;
     }
 
+    /// True: one value for every feature.
     [[nodiscard]] bool isConstant() const noexcept { return attribute_ == nullptr; }
     /// The constant; a default value when the expression names an attribute.
     [[nodiscard]] const T& constant() const noexcept { return constant_; }
@@ -40,9 +43,10 @@ class MLNExpression {
 
 /// Selects the features whose text attribute equals a value; an empty attribute name selects all.
 struct MLNPredicate {
-    std::string attribute;
-    std::string value;
+    std::string attribute;  ///< Name of the attribute.
+    std::string value;      ///< What it must be.
 
+    /// Features whose attribute is exactly this text.
     [[nodiscard]] static MLNPredicate equal(std::string_view attribute, std::string_view value) {
         return {std::string(attribute), std::string(value)};
     }

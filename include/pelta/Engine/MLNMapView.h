@@ -26,6 +26,7 @@ namespace pelta {
 /// thread only.
 class MLNMapView : public UIView {
  public:
+    /// Runs once when a camera change has ended, also when it was interrupted.
     using Completion = std::function<void()>;
 
     /// A view at zoom 0 over (0, 0), zoom limits 0 to 22, pitch limits 0 to 60.
@@ -59,6 +60,7 @@ class MLNMapView : public UIView {
 
     /// @name Camera
     /// @{
+    /// The camera as it is now.
     [[nodiscard]] MLNMapCamera camera() const;
     /// Animated: 0.3 s, ease-in ease-out.
     void setCamera(const MLNMapCamera& camera, bool animated);
@@ -73,12 +75,17 @@ class MLNMapView : public UIView {
     /// panning", 2003). A negative duration lets the engine choose one by the distance; 0 jumps.
     void flyToCamera(const MLNMapCamera& camera, double duration, Completion completion);
 
+    /// What is seen in the middle of what the content inset leaves, degrees.
     [[nodiscard]] CLLocationCoordinate2D centerCoordinate() const;
     /// Moves the centre's latitude alone; beyond the square of the Mercator world it ends at its edge.
     void setLatitude(double latitude);
+    /// Moves along the parallel at once, degrees.
     void setLongitude(double longitude);
+    /// Zoom of the camera as it is now.
     [[nodiscard]] double zoomLevel() const;
+    /// Zooms about the centre at once.
     void setZoomLevel(double zoomLevel);
+    /// Zooms about the centre, `animated` in 0.3 s.
     void setZoomLevel(double zoomLevel, bool animated);
     /// Bearing of the upward direction, degrees clockwise from north, 0 ≤ direction < 360.
     [[nodiscard]] double direction() const;
@@ -91,12 +98,19 @@ class MLNMapView : public UIView {
     /// Limits apply at once to the present camera and to every later one. Zoom limits are clamped to 0…24,
     /// pitch limits to 0…85; a minimum above the maximum is kept as given and the maximum wins.
     void setMinimumZoomLevel(double zoomLevel);
+    /// Highest zoom, 22 at first.
     void setMaximumZoomLevel(double zoomLevel);
+    /// Lowest pitch, degrees, 0 at first.
     void setMinimumPitch(double pitch);
+    /// Highest pitch, degrees, 60 at first.
     void setMaximumPitch(double pitch);
+    /// Lowest zoom as last set.
     [[nodiscard]] double minimumZoomLevel() const;
+    /// Highest zoom as last set.
     [[nodiscard]] double maximumZoomLevel() const;
+    /// Lowest pitch as last set, degrees.
     [[nodiscard]] double minimumPitch() const;
+    /// Highest pitch as last set, degrees.
     [[nodiscard]] double maximumPitch() const;
     /// The area that the view may show; the whole world at first. While set, the zoom is at least what fills
     /// the view with the area and the centre stays where no edge of the unturned view crosses it.
@@ -113,11 +127,17 @@ class MLNMapView : public UIView {
 
     /// @name Gestures
     /// @{
+    /// Two fingers and double taps zoom.
     void setZoomEnabled(bool enabled);
+    /// A finger moves the map.
     void setScrollEnabled(bool enabled);
+    /// Two fingers turn the map.
     void setRotateEnabled(bool enabled);
+    /// Two fingers side by side tilt the map.
     void setPitchEnabled(bool enabled);
+    /// See `GestureSettings::decelerationRate`.
     void setDecelerationRate(CGFloat rate);
+    /// The gestures' settings as they are.
     [[nodiscard]] const GestureSettings& gestures() const;
     /// @}
 
@@ -126,6 +146,7 @@ class MLNMapView : public UIView {
     /// Points of `view`, or of this view when null.
     [[nodiscard]] CLLocationCoordinate2D convertPoint(CGPoint point,
                                                       const UIView* toCoordinateFromView) const;
+    /// Where a coordinate is drawn in a view, points.
     [[nodiscard]] CGPoint convertCoordinate(CLLocationCoordinate2D coordinate,
                                             const UIView* toPointToView) const;
     /// The smallest coordinate rectangle around the four corners of a screen rectangle.
@@ -136,6 +157,7 @@ class MLNMapView : public UIView {
                                                  const UIView* toRectToView) const;
     /// The coordinate rectangle of the whole view.
     [[nodiscard]] MLNCoordinateBounds visibleCoordinateBounds() const;
+    /// Metres on the ground that a point covers at a latitude, at the present zoom.
     [[nodiscard]] double metersPerPointAtLatitude(double latitude) const;
     /// The camera that shows a coordinate rectangle as large as possible inside the content inset and the
     /// padding, with the present pitch and heading. Always answers: equal corners give the maximum zoom,
@@ -151,13 +173,19 @@ class MLNMapView : public UIView {
     /// @{
     /// Off at first.
     void setShowsScale(bool shows);
+    /// Whether the scale bar is shown.
     [[nodiscard]] bool showsScale() const;
     /// On at first; the compass is seen while the map is turned.
     void setShowsCompassView(bool shows);
+    /// Whether the compass is shown while the map is turned.
     [[nodiscard]] bool showsCompassView() const;
+    /// Shows or hides the logo.
     void setShowsLogoView(bool shows);
+    /// Whether the logo is shown.
     [[nodiscard]] bool showsLogoView() const;
+    /// Shows or hides the credits button.
     void setShowsAttributionButton(bool shows);
+    /// Whether the credits button is shown.
     [[nodiscard]] bool showsAttributionButton() const;
     /// Bottom left; holds constraints with the identifiers "width" and "height".
     [[nodiscard]] const std::shared_ptr<UIImageView>& logoView() const;
@@ -173,14 +201,18 @@ class MLNMapView : public UIView {
     /// Switches the port's location source on or off for this view. Off ends tracking and forgets the
     /// location.
     void setShowsUserLocation(bool shows);
+    /// Whether the user's location is shown.
     [[nodiscard]] bool showsUserLocation() const;
+    /// Shows or hides where the device points, beside the user's location.
     void setShowsHeading(bool shows);
+    /// Whether the heading is shown.
     [[nodiscard]] bool showsHeading() const;
     /// Null while not shown or not yet known.
     [[nodiscard]] const MLNUserLocation* userLocation() const;
     /// With another mode than none the camera follows each report until a pan ends it or the mode is set to
     /// none.
     void setUserTrackingMode(MLNUserTrackingMode mode);
+    /// How the camera follows the user's location.
     [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;
     /// @}
 
@@ -189,6 +221,9 @@ class MLNMapView : public UIView {
 
  private:
     class Core;
+    /// A reference of one's own, for calls in which a callback may release the view.
+    [[nodiscard]] std::shared_ptr<Core> core() const;
+
     std::shared_ptr<Core> core_;
 };
 

@@ -26,6 +26,7 @@ class MLNAttributes {
     void set(std::string_view name, MLNAttributeValue value);
     /// The value, or null when there is none. Valid until the next `set`.
     [[nodiscard]] const MLNAttributeValue* find(std::string_view name) const noexcept;
+    /// Names and values, in the order of their first setting.
     [[nodiscard]] const std::vector<std::pair<std::string, MLNAttributeValue>>& entries() const noexcept {
         return entries_;
     }
@@ -41,9 +42,12 @@ enum class MLNShapeKind : unsigned { point, polyline, polygon, collection };
 class MLNShape {
  public:
     virtual ~MLNShape() = default;
+    /// What the shape is; fixed for its class.
     [[nodiscard]] virtual MLNShapeKind kind() const noexcept = 0;
 
+    /// What expressions and predicates of layers read.
     [[nodiscard]] const MLNAttributes& attributes() const noexcept { return attributes_; }
+    /// The same, to be changed.
     [[nodiscard]] MLNAttributes& attributes() noexcept { return attributes_; }
     /// The attribute's value, or null.
     [[nodiscard]] const MLNAttributeValue* attribute(std::string_view name) const noexcept {
@@ -60,11 +64,13 @@ using MLNFeature = MLNShape;
 /// A point.
 class MLNPointFeature final : public MLNShape {
  public:
+    /// A point at (0, 0).
     [[nodiscard]] static std::shared_ptr<MLNPointFeature> create() {
         return std::make_shared<MLNPointFeature>();
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::point; }
 
+    /// Where it is, degrees.
     [[nodiscard]] CLLocationCoordinate2D coordinate() const noexcept { return coordinate_; }
     void setCoordinate(CLLocationCoordinate2D coordinate) noexcept { coordinate_ = coordinate; }
 
@@ -75,6 +81,7 @@ class MLNPointFeature final : public MLNShape {
 /// A line through two or more coordinates.
 class MLNPolylineFeature final : public MLNShape {
  public:
+    /// A line through coordinates, degrees.
     [[nodiscard]] static std::shared_ptr<MLNPolylineFeature> polylineWithCoordinates(
         std::vector<CLLocationCoordinate2D> coordinates) {
         auto shape = std::make_shared<MLNPolylineFeature>();
@@ -82,6 +89,7 @@ class MLNPolylineFeature final : public MLNShape {
         return shape;
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polyline; }
+    /// The line's coordinates, degrees.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
         return coordinates_;
     }
@@ -93,6 +101,7 @@ class MLNPolylineFeature final : public MLNShape {
 /// An area within one ring; the ring closes itself when its ends differ.
 class MLNPolygonFeature final : public MLNShape {
  public:
+    /// An area within a ring of coordinates, degrees.
     [[nodiscard]] static std::shared_ptr<MLNPolygonFeature> polygonWithCoordinates(
         std::vector<CLLocationCoordinate2D> coordinates) {
         auto shape = std::make_shared<MLNPolygonFeature>();
@@ -100,6 +109,7 @@ class MLNPolygonFeature final : public MLNShape {
         return shape;
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polygon; }
+    /// The ring, degrees.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
         return coordinates_;
     }
@@ -111,6 +121,7 @@ class MLNPolygonFeature final : public MLNShape {
 /// Several shapes. Collections within collections are drawn one level deep only.
 class MLNShapeCollectionFeature final : public MLNShape {
  public:
+    /// Several shapes as one.
     [[nodiscard]] static std::shared_ptr<MLNShapeCollectionFeature> shapeCollectionWithShapes(
         std::vector<std::shared_ptr<MLNShape>> shapes) {
         auto shape = std::make_shared<MLNShapeCollectionFeature>();
@@ -118,6 +129,7 @@ class MLNShapeCollectionFeature final : public MLNShape {
         return shape;
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::collection; }
+    /// What it holds, in drawing order.
     [[nodiscard]] const std::vector<std::shared_ptr<MLNShape>>& shapes() const noexcept { return shapes_; }
 
  private:

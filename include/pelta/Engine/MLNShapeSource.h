@@ -20,7 +20,9 @@ class MLNShapeSource {
     MLNShapeSource(const MLNShapeSource&) = delete;
     MLNShapeSource& operator=(const MLNShapeSource&) = delete;
 
+    /// Unique within a style.
     [[nodiscard]] const std::string& identifier() const noexcept { return identifier_; }
+    /// What the source holds; null when it is empty.
     [[nodiscard]] const std::shared_ptr<const MLNShape>& shape() const noexcept { return shape_; }
     /// Replaces the contents. What the shape refers to must not be changed afterwards without another call.
     void setShape(std::shared_ptr<const MLNShape> shape);

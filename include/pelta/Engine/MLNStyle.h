@@ -4,6 +4,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,7 +21,11 @@ namespace pelta {
 struct MLNStyleChanges {
     /// The list of layers or their order differs from the last frame's.
     bool isLayerOrderChanged = false;
-    /// Layers of the style with changed properties (see `MLNStyleLayer::changes`), added ones included.
+    /// Identifiers of layers that the last frame had and the style has no more, in ascending order. One whose
+    /// identifier has passed to another layer object is listed too: take it out before adding the other.
+    std::vector<std::string> removedLayers;
+    /// Layers of the style with changed properties (see `MLNStyleLayer::changes`). Layers that the last frame
+    /// did not have are among them, with `everythingChanged`; layers that were only moved are not.
     std::vector<std::shared_ptr<MLNStyleLayer>> changedLayers;
     /// Sources that were added or given another shape, in ascending order of identifier.
     std::vector<std::shared_ptr<MLNShapeSource>> changedSources;
@@ -31,9 +36,11 @@ struct MLNStyleChanges {
     /// Names of images that were removed.
     std::vector<std::string> removedImages;
 
+    /// True when there is nothing to take over.
     [[nodiscard]] bool isEmpty() const noexcept {
-        return !isLayerOrderChanged && changedLayers.empty() && changedSources.empty() &&
-               removedSources.empty() && changedImages.empty() && removedImages.empty();
+        return !isLayerOrderChanged && removedLayers.empty() && changedLayers.empty() &&
+               changedSources.empty() && removedSources.empty() && changedImages.empty() &&
+               removedImages.empty();
     }
 };
 
@@ -44,15 +51,17 @@ struct MLNStyleChanges {
 /// document has loaded.
 class MLNStyle {
  public:
+    /// Layers, lowest first.
     using Layers = std::list<std::shared_ptr<MLNStyleLayer>>;
 
     /// @param name       of the style document.
-    /// @param didChange  called after each change, to ask for a frame.
+    /// @param didChange  called at the first change after `takeChanges`, to ask for a frame.
     MLNStyle(std::string name, std::function<void()> didChange);
     ~MLNStyle();
     MLNStyle(const MLNStyle&) = delete;
     MLNStyle& operator=(const MLNStyle&) = delete;
 
+    /// The style document's own name; empty without one.
     [[nodiscard]] const std::string& name() const noexcept { return name_; }
     /// Text for log lines: the name and the number of layers.
     [[nodiscard]] std::string description() const;
@@ -61,8 +70,8 @@ class MLNStyle {
     [[nodiscard]] const Layers& layers() const noexcept { return layers_; }
     /// The layer, or null.
     [[nodiscard]] std::shared_ptr<MLNStyleLayer> layerWithIdentifier(std::string_view identifier) const;
-    /// Adds a layer on top. A layer whose identifier is taken, or that another style holds, is refused with a
-    /// log line.
+    /// Adds a layer on top. A layer whose identifier is taken, or that is in a style already, is refused with
+    /// a log line; so is a document's own layer that a frame has been drawn without.
     void addLayer(const std::shared_ptr<MLNStyleLayer>& layer);
     /// Adds a layer directly below another of this style; refused as in `addLayer`, also when `sibling` is
     /// not here.
@@ -76,20 +85,27 @@ class MLNStyle {
     void addSource(const std::shared_ptr<MLNShapeSource>& source);
     /// The source added by the application, or null; the document's own sources are not listed.
     [[nodiscard]] std::shared_ptr<MLNShapeSource> sourceWithIdentifier(std::string_view identifier) const;
+    /// Takes a source out; nothing when it is not in this style.
     void removeSource(const MLNShapeSource& source);
 
     /// The picture set under the name, or null. Valid until the next change of images.
     [[nodiscard]] const UIImage* imageForName(std::string_view name) const;
     /// Sets a picture under a name, replacing the one there.
     void setImage(UIImage image, std::string_view name);
+    /// Takes a picture out; nothing when there is none of that name.
     void removeImageForName(std::string_view name);
 
     /// For the map view: enters a layer of the style document on top.
     void addDocumentLayer(const std::shared_ptr<MLNStyleLayer>& layer);
 
+    /// For the map view: notes that the style document has a source, whose identifier is thereby taken.
+    void addDocumentSource(std::string identifier);
+
     /// For the map view: hands over the changes since the last call and starts a new list. `visit` sees each
-    /// changed layer's `changes()` still set; they are cleared when it returns.
+    /// changed layer's `changes()` still set; they are cleared when it returns. It is not called when the
+    /// changes have cancelled each other out.
     void takeChanges(const std::function<void(const MLNStyleChanges&)>& visit);
+    /// True while there is something for `takeChanges`.
     [[nodiscard]] bool hasChanges() const noexcept { return hasChanges_; }
 
  private:
@@ -105,23 +121,37 @@ class MLNStyle {
     template <class Value>
     using ByName = std::unordered_map<std::string, Value, NameHash, std::equal_to<>>;
 
-    void insert(const std::shared_ptr<MLNStyleLayer>& layer, Layers::iterator position);
-    void layerDidChange(MLNStyleLayer& layer);
-    void sourceDidChange(MLNShapeSource& source);
+    [[nodiscard]] bool canTake(const MLNStyleLayer& layer) const;
+    void insert(const std::shared_ptr<MLNStyleLayer>& layer, Layers::const_iterator position);
     void noteChange();
+    void layerDidChange(MLNStyleLayer& layer);
+    void listAsChanged(const std::shared_ptr<MLNStyleLayer>& layer);
+    void sourceDidChange(const MLNShapeSource& source);
+    void touchSource(const std::string& identifier);
+    void touchImage(std::string_view name);
+    void takeRemovedLayers(MLNStyleChanges& changes);
+    [[nodiscard]] bool takeLayerOrder();
+    void takeChangedLayers(MLNStyleChanges& changes);
+    void takeSourcesAndImages(MLNStyleChanges& changes);
 
     std::string name_;
     std::function<void()> didChange_;
+
     Layers layers_;
-    ByName<Layers::iterator> layerPositions_;
+    std::unordered_map<std::string_view, Layers::iterator> layerPositions_;  // keys lie in the layers
     std::map<std::string, std::shared_ptr<MLNShapeSource>, std::less<>> sources_;
-    std::map<std::string, bool, std::less<>> changedSources_;
-    std::vector<std::string> removedSources_;
+    std::set<std::string, std::less<>> documentSources_;
     ByName<UIImage> images_;
-    std::vector<std::string> changedImages_;
-    std::vector<std::string> removedImages_;
-    std::vector<std::weak_ptr<MLNStyleLayer>> changedLayers_;
-    bool isLayerOrderChanged_ = false;
+
+    // Since the last frame. Layers that were drawn in it and taken out since, and those with changes.
+    std::vector<std::shared_ptr<MLNStyleLayer>> removedLayers_;
+    std::vector<std::shared_ptr<MLNStyleLayer>> changedLayers_;
+    std::vector<const MLNStyleLayer*> drawnOrder_;
+    // Whether the last frame had the source or image that was touched.
+    std::map<std::string, bool, std::less<>> touchedSources_;
+    ByName<bool> touchedImages_;
+    std::vector<std::string> touchedImageOrder_;
+    bool isLayerOrderTouched_ = false;
     bool hasChanges_ = false;
 };
 

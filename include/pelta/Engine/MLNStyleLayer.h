@@ -23,6 +23,7 @@ enum class MLNStyleLayerKind : unsigned { background, fill, line, symbol, other 
 /// style and can move between styles. Main thread only.
 class MLNStyleLayer {
  public:
+    /// For the concrete layers.
     MLNStyleLayer(std::string identifier, MLNStyleLayerKind kind);
     virtual ~MLNStyleLayer() = default;
     MLNStyleLayer(const MLNStyleLayer&) = delete;
@@ -30,8 +31,10 @@ class MLNStyleLayer {
 
     /// Unique within a style.
     [[nodiscard]] const std::string& identifier() const noexcept { return identifier_; }
+    /// What the layer draws; fixed for its class.
     [[nodiscard]] MLNStyleLayerKind kind() const noexcept { return kind_; }
 
+    /// Off: nothing of the layer is drawn or found; on at first.
     [[nodiscard]] bool isVisible() const noexcept { return isVisible_; }
     void setIsVisible(bool visible);
     /// Lowest zoom at which the layer is drawn; 0 at first. Values are clamped to 0…24, NaN is ignored.
@@ -49,13 +52,18 @@ class MLNStyleLayer {
 
     /// Bit of a change that is not a property of its own kind of layer.
     static constexpr std::uint32_t visibilityChange = 1U << 31U;
+    /// Bit of a change of the zoom range.
     static constexpr std::uint32_t zoomRangeChange = 1U << 30U;
+    /// Bit of a change of the predicate.
     static constexpr std::uint32_t predicateChange = 1U << 29U;
+    /// All bits: the layer is new to the port.
+    static constexpr std::uint32_t everythingChanged = ~std::uint32_t{0};
     /// For ports, while they take a frame's changes: which properties changed since the last frame.
     /// Properties of the concrete layer are numbered from bit 0 in the order of its `visitProperties`.
     [[nodiscard]] std::uint32_t changes() const noexcept { return changes_; }
 
  protected:
+    /// Notes changed properties and asks for a frame.
     void markChanged(std::uint32_t changes);
 
     /// Stores a property and marks it, if the new value differs.
@@ -84,21 +92,24 @@ class MLNStyleLayer {
 
     std::string identifier_;
     MLNStyle* style_ = nullptr;
+    const MLNStyle* drawnIn_ = nullptr;   // the style whose last frame had this layer
+    const MLNStyle* listedIn_ = nullptr;  // the style that lists this layer as changed
     std::uint32_t changes_ = 0;
     float minimumZoomLevel_ = 0;
     float maximumZoomLevel_ = 24;
     MLNStyleLayerKind kind_;
     bool isVisible_ = true;
     bool isFromDocument_ = false;
-    bool isListedAsChanged_ = false;
 };
 
 /// A layer that draws features of a source.
 class MLNVectorStyleLayer : public MLNStyleLayer {
  public:
+    /// For the concrete layers.
     MLNVectorStyleLayer(std::string identifier, MLNStyleLayerKind kind, std::string sourceIdentifier)
         : MLNStyleLayer(std::move(identifier), kind), sourceIdentifier_(std::move(sourceIdentifier)) {}
 
+    /// Name of the source whose features the layer draws.
     [[nodiscard]] const std::string& sourceIdentifier() const noexcept { return sourceIdentifier_; }
     /// Which features of the source are drawn; all of them at first.
     [[nodiscard]] const MLNPredicate& predicate() const noexcept { return predicate_; }

@@ -13,8 +13,8 @@ namespace pelta {
 /// Coordinate rectangle, degrees. Corners are kept as given; a rectangle across the antimeridian has an east
 /// beyond 180 or a west below -180.
 struct MLNCoordinateBounds {
-    CLLocationCoordinate2D sw;
-    CLLocationCoordinate2D ne;
+    CLLocationCoordinate2D sw;  ///< South-western corner.
+    CLLocationCoordinate2D ne;  ///< North-eastern corner.
     friend bool operator==(const MLNCoordinateBounds&, const MLNCoordinateBounds&) = default;
 };
 
@@ -32,6 +32,7 @@ enum class MLNCameraChangeReason : std::uint64_t {
     gestureTilt = 256,
 };
 
+/// Both sets together.
 [[nodiscard]] constexpr MLNCameraChangeReason operator|(MLNCameraChangeReason a,
                                                         MLNCameraChangeReason b) noexcept {
     return static_cast<MLNCameraChangeReason>(static_cast<std::uint64_t>(a) | static_cast<std::uint64_t>(b));
@@ -47,10 +48,10 @@ enum class MLNUserTrackingMode : unsigned {
 
 /// Which gestures move the camera, and how far a fling carries.
 struct GestureSettings {
-    bool isZoomEnabled = true;
-    bool isScrollEnabled = true;
-    bool isRotateEnabled = true;
-    bool isPitchEnabled = true;
+    bool isZoomEnabled = true;    ///< Two fingers and double taps zoom.
+    bool isScrollEnabled = true;  ///< A finger moves the map.
+    bool isRotateEnabled = true;  ///< Two fingers turn the map.
+    bool isPitchEnabled = true;   ///< Two fingers side by side tilt the map.
     /// Share of its speed that a fling keeps each millisecond: above 0 and below 1, 0.998 normal, 0.99 fast.
     /// 0 switches flinging off.
     CGFloat decelerationRate = 0.998;

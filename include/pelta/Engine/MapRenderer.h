@@ -20,22 +20,23 @@ class UIView;
 
 /// One layer of a style document, as the engine's model enters it.
 struct DocumentLayer {
-    std::string identifier;
-    MLNStyleLayerKind kind = MLNStyleLayerKind::other;
-    std::string sourceIdentifier;  ///< Empty for layers without a source.
-    float minimumZoomLevel = 0;
-    float maximumZoomLevel = 24;
-    bool isVisible = true;
+    std::string identifier;                             ///< As in the document.
+    MLNStyleLayerKind kind = MLNStyleLayerKind::other;  ///< What it draws.
+    std::string sourceIdentifier;                       ///< Empty for layers without a source.
+    float minimumZoomLevel = 0;                         ///< Drawn from this zoom on.
+    float maximumZoomLevel = 24;                        ///< Not drawn from this zoom on.
+    bool isVisible = true;                              ///< Drawn at all.
 };
 
 /// A style document that has been read and checked: version 8, an object of sources, a list of layers with
 /// unique identifiers.
 struct StyleDocument {
-    std::string name;
+    std::string name;  ///< As in the document; empty without one.
     std::string text;  ///< The JSON text as fetched.
     std::string
         address;  ///< Where it came from; relative addresses in it start there. Empty for a given text.
-    std::vector<DocumentLayer> layers;  ///< Bottom first.
+    std::vector<DocumentLayer> layers;           ///< Bottom first.
+    std::vector<std::string> sourceIdentifiers;  ///< Of the document's own sources.
 };
 
 /// What a renderer tells its map view, on the main thread and never from inside a call of the map view's.
@@ -74,6 +75,7 @@ class MapRenderer {
     virtual void setSize(CGSize size, double screenScale) = 0;
     /// The middle of the area left by the inset is where the camera's centre is drawn.
     virtual void setContentInset(UIEdgeInsets inset) = 0;
+    /// In force for the next touch.
     virtual void setGestures(const GestureSettings& settings) = 0;
     /// Limits have changed, for renderers whose gestures need to know them beyond
     /// `MapRendererHost::constrain`.
@@ -82,6 +84,7 @@ class MapRenderer {
 
     /// Shows a camera, which is within the limits, without animation and without an event.
     virtual void setCamera(const CameraState& camera) = 0;
+    /// The camera that the next frame would show.
     [[nodiscard]] virtual CameraState camera() const = 0;
     /// Where a coordinate is drawn, by the perspective with a field of view of 2·atan(1/3). Longitudes are
     /// not wrapped. A coordinate behind the eye gives a finite point far outside of the view. Non-finite

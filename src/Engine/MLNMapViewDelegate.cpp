@@ -1,0 +1,19 @@
+#include <pelta/Engine/MLNMapViewDelegate.h>
+
+namespace pelta {
+
+void MLNMapViewDelegate::didFinishLoadingStyle(MLNMapView& /*mapView*/, MLNStyle& /*style*/) {}
+void MLNMapViewDelegate::mapViewDidFailLoadingMap(MLNMapView& /*mapView*/, std::string_view /*message*/) {}
+void MLNMapViewDelegate::regionWillChange(MLNMapView& /*mapView*/, MLNCameraChangeReason /*reason*/,
+                                          bool /*animated*/) {}
+void MLNMapViewDelegate::regionIsChanging(MLNMapView& /*mapView*/, MLNCameraChangeReason /*reason*/) {}
+void MLNMapViewDelegate::regionDidChange(MLNMapView& /*mapView*/, MLNCameraChangeReason /*reason*/,
+                                         bool /*animated*/) {}
+void MLNMapViewDelegate::mapViewWillStartRenderingFrame(MLNMapView& /*mapView*/) {}
+void MLNMapViewDelegate::mapViewDidBecomeIdle(MLNMapView& /*mapView*/) {}
+void MLNMapViewDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/,
+                                               const MLNUserLocation& /*userLocation*/) {}
+void MLNMapViewDelegate::didChangeUserTrackingMode(MLNMapView& /*mapView*/, MLNUserTrackingMode /*mode*/,
+                                                   bool /*animated*/) {}
+
+}  // namespace pelta

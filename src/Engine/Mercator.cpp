@@ -1,0 +1,44 @@
+#include "Engine/Mercator.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace pelta::mercator {
+namespace {
+
+constexpr double degreesPerRadian = 180 / std::numbers::pi;
+
+/// The value brought into start ≤ value < start + 360.
+double wrap(double value, double start) noexcept {
+    const double turned = value - 360 * std::floor((value - start) / 360);
+    return turned < start + 360 ? turned : start;
+}
+
+}  // namespace
+
+Position fromCoordinate(CLLocationCoordinate2D coordinate) noexcept {
+    const double latitude = std::clamp(coordinate.latitude, -maximumLatitude, maximumLatitude);
+    const double stretched = std::asinh(std::tan(latitude / degreesPerRadian));
+    return {(coordinate.longitude + 180) / 360, 0.5 - stretched / (2 * std::numbers::pi)};
+}
+
+CLLocationCoordinate2D toCoordinate(Position position) noexcept {
+    const double stretched = (0.5 - position.y) * 2 * std::numbers::pi;
+    return {std::atan(std::sinh(stretched)) * degreesPerRadian, position.x * 360 - 180};
+}
+
+double worldSize(double zoom) noexcept {
+    return 512 * std::exp2(zoom);
+}
+
+double wrapLongitude(double longitude) noexcept {
+    // Values that need no wrapping stay exactly as they are.
+    return longitude >= -180 && longitude < 180 ? longitude : wrap(longitude, -180);
+}
+
+double normalizeBearing(double bearing) noexcept {
+    return bearing >= 0 && bearing < 360 ? bearing : wrap(bearing, 0);
+}
+
+}  // namespace pelta::mercator
