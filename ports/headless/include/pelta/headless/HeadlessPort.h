@@ -17,10 +17,11 @@ namespace pelta {
 /// Making one installs it for the process and makes the calling thread the main thread; destroying it
 /// uninstalls it, and with it go waiting tasks. Views and maps must be released before it. One at a time.
 /// Nothing happens by itself: frames, timers, transitions and fetched documents take place inside `advance`,
-/// `runFrame` and `runUntilIdle`.
+/// `runFrame` and `runUntilIdle`. Callbacks that run inside one of these must not call them; such calls are
+/// ignored.
 class HeadlessPort {
  public:
-    /// @param screenScale  pixels a point, above 0.
+    /// @param screenScale  pixels a point, above 0; other values count as 1.
     explicit HeadlessPort(double screenScale = 2);
     ~HeadlessPort();
     HeadlessPort(const HeadlessPort&) = delete;
@@ -30,9 +31,9 @@ class HeadlessPort {
     /// @{
     /// Seconds since the port was made.
     [[nodiscard]] double now() const noexcept;
-    /// Lets time pass: main-queue tasks run at their due time and requested frames at every sixtieth of a
-    /// second, in order, until `seconds` are over. Negative and non-finite values count as 0, which still
-    /// runs what is due.
+    /// Lets time pass: main-queue tasks run at their due time and requested frames at the first sixtieth of a
+    /// second after the request, in order, until `seconds` are over. The views of this port's windows are laid
+    /// out at every frame. Negative and non-finite values count as 0, which still runs what is due.
     void advance(double seconds);
     /// Runs one frame at the present moment, requested or not, and what is due on the main queue.
     void runFrame();
@@ -45,7 +46,7 @@ class HeadlessPort {
     /// @{
     /// A window of the given size in points; keep it as long as its views should live.
     [[nodiscard]] std::shared_ptr<UIWindow> makeWindow(CGSize size);
-    /// Changes the screen's scale for everything drawn from now on.
+    /// Changes the screen's scale for everything drawn from now on; values that are not above 0 are ignored.
     void setScreenScale(double scale);
     /// Answers fetches of an address with a document, from now on.
     void serveDocument(std::string address, std::string text);
@@ -63,6 +64,7 @@ class HeadlessPort {
     /// Reports a position or a heading as the device would; nobody hears it while no map shows the user's
     /// location. Non-finite coordinates are dropped with a log line.
     void reportLocation(const CLLocation& location);
+    /// Reports where the device points.
     void reportHeading(const CLHeading& heading);
     /// Reports that the position cannot be had.
     void reportLocationFailure(std::string_view reason);
