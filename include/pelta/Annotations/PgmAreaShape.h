@@ -37,6 +37,7 @@ class PgmAreaShape : public PgmShape {
     /// @}
 
  protected:
+    /// An area without a ring.
     explicit PgmAreaShape(UIColor fillColor) noexcept : fillColor_(fillColor) {}
 
     /// Makes the feature from a ring, closed or not, and has the map take it over at the next frame.

@@ -19,11 +19,13 @@ class AtomicUInt {
 
 /// Numbers the shapes of the process.
 struct PgmShapeIDHelper {
+    /// The counter that numbers shapes.
     [[nodiscard]] static AtomicUInt& atomicID();
 };
 
 /// Numbers the images of the process that were made from a picture without a name.
 struct PgmImageIDHelper {
+    /// The counter that names images.
     [[nodiscard]] static AtomicUInt& atomicID();
 };
 

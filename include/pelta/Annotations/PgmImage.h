@@ -26,6 +26,7 @@ class PgmImageDelegate {
 /// the map under that name, until another style is loaded. Main thread only, but for the built-in images.
 class PgmImage {
  public:
+    /// How images are passed around.
     using Ptr = std::shared_ptr<PgmImage>;
 
     /// @param reuseIdentifier  name in the style; by default "I:" and a number that no other image has.
@@ -46,13 +47,21 @@ class PgmImage {
     /// Made on first use, on any thread, for the screen's scale at that time; they live as long as the
     /// process. A picture that is missing from the library stops the process.
     /// @{
+    /// Blue pin.
     [[nodiscard]] static const Ptr& markerImageBlue();
+    /// Grey pin.
     [[nodiscard]] static const Ptr& markerImageGray();
+    /// Green pin.
     [[nodiscard]] static const Ptr& markerImageGreen();
+    /// Red pin, which a new marker has.
     [[nodiscard]] static const Ptr& markerImageRed();
+    /// Yellow pin.
     [[nodiscard]] static const Ptr& markerImageYellow();
+    /// The user's location, not followed.
     [[nodiscard]] static const Ptr& locationIconNomal();
+    /// The user's location, followed.
     [[nodiscard]] static const Ptr& locationIconTracking();
+    /// The user's location, followed with the device's heading.
     [[nodiscard]] static const Ptr& locationIconTrackingCompass();
     /// @}
 
@@ -62,6 +71,7 @@ class PgmImage {
     PgmImage(const PgmImage&) = delete;
     PgmImage& operator=(const PgmImage&) = delete;
 
+    /// The picture itself.
     [[nodiscard]] const UIImage& image() const noexcept { return image_; }
     /// Name of the picture in the style.
     [[nodiscard]] const std::string& reuseIdentifier() const noexcept { return reuseIdentifier_; }

@@ -20,9 +20,11 @@ class PgmMarker : public PgmShape {
  public:
     /// A red marker without title, its bottom centre on (0, 0).
     [[nodiscard]] static std::shared_ptr<PgmMarker> create();
+    /// A red marker at a coordinate, degrees.
     [[nodiscard]] static std::shared_ptr<PgmMarker> markerWithPosition(CLLocationCoordinate2D position);
     /// @param image  null stands for `PgmImage::markerImageRed()`.
     [[nodiscard]] static std::shared_ptr<PgmMarker> markerWithIconImage(std::shared_ptr<PgmImage> image);
+    /// A marker at a coordinate, degrees; a null image stands for `PgmImage::markerImageRed()`.
     [[nodiscard]] static std::shared_ptr<PgmMarker> markerWithPositionIconImage(
         CLLocationCoordinate2D position, std::shared_ptr<PgmImage> image);
     /// For `make`; use the factories.

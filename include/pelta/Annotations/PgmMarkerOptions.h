@@ -14,48 +14,70 @@ class PgmMarkerOptions {
  public:
     virtual ~PgmMarkerOptions() = default;
 
+    /// @copydoc PgmMarker::iconImage
     [[nodiscard]] virtual std::shared_ptr<PgmImage> iconImage() const = 0;
     virtual void setIconImage(std::shared_ptr<PgmImage> image) = 0;
+    /// @copydoc PgmMarker::iconScale
     [[nodiscard]] virtual double iconScale() const = 0;
     virtual void setIconScale(double scale) = 0;
+    /// @copydoc PgmMarker::title
     [[nodiscard]] virtual std::string title() const = 0;
     virtual void setTitle(std::string title) = 0;
+    /// @copydoc PgmMarker::isAllowOverlapMarkers
     [[nodiscard]] virtual bool isAllowOverlapMarkers() const = 0;
     virtual void setIsAllowOverlapMarkers(bool allow) = 0;
+    /// @copydoc PgmMarker::isAllowOverlapTitle
     [[nodiscard]] virtual bool isAllowOverlapTitle() const = 0;
     virtual void setIsAllowOverlapTitle(bool allow) = 0;
+    /// @copydoc PgmMarker::isIconFlat
     [[nodiscard]] virtual bool isIconFlat() const = 0;
     virtual void setIsIconFlat(bool flat) = 0;
+    /// @copydoc PgmMarker::isTitleFlat
     [[nodiscard]] virtual bool isTitleFlat() const = 0;
     virtual void setIsTitleFlat(bool flat) = 0;
+    /// @copydoc PgmMarker::position
     [[nodiscard]] virtual CLLocationCoordinate2D position() const = 0;
     virtual void setPosition(CLLocationCoordinate2D position) = 0;
+    /// @copydoc PgmMarker::alpha
     [[nodiscard]] virtual double alpha() const = 0;
     virtual void setAlpha(double alpha) = 0;
+    /// @copydoc PgmMarker::titleColor
     [[nodiscard]] virtual UIColor titleColor() const = 0;
     virtual void setTitleColor(UIColor color) = 0;
+    /// @copydoc PgmMarker::titleHaloColor
     [[nodiscard]] virtual UIColor titleHaloColor() const = 0;
     virtual void setTitleHaloColor(UIColor color) = 0;
+    /// @copydoc PgmMarker::titleSize
     [[nodiscard]] virtual double titleSize() const = 0;
     virtual void setTitleSize(double size) = 0;
+    /// @copydoc PgmMarker::titleMaxWidth
     [[nodiscard]] virtual double titleMaxWidth() const = 0;
     virtual void setTitleMaxWidth(double width) = 0;
+    /// @copydoc PgmMarker::titleMargin
     [[nodiscard]] virtual double titleMargin() const = 0;
     virtual void setTitleMargin(double margin) = 0;
+    /// @copydoc PgmMarker::angle
     [[nodiscard]] virtual double angle() const = 0;
     virtual void setAngle(double degrees) = 0;
+    /// @copydoc PgmMarker::anchor
     [[nodiscard]] virtual CGPoint anchor() const = 0;
     virtual void setAnchor(CGPoint anchor) = 0;
 
+    /// @copydoc PgmShape::identifier
     [[nodiscard]] virtual std::string identifier() const = 0;
+    /// @copydoc PgmShape::userInfo
     [[nodiscard]] virtual PgmShape::UserInfo userInfo() const = 0;
     virtual void setUserInfo(PgmShape::UserInfo userInfo) = 0;
+    /// @copydoc PgmShape::zIndex
     [[nodiscard]] virtual std::int64_t zIndex() const = 0;
     virtual void setZIndex(std::int64_t index) = 0;
+    /// @copydoc PgmShape::globalZIndex
     [[nodiscard]] virtual std::int64_t globalZIndex() const = 0;
     virtual void setGlobalZIndex(std::int64_t index) = 0;
+    /// @copydoc PgmShape::visibleMinZoom
     [[nodiscard]] virtual double visibleMinZoom() const = 0;
     virtual void setVisibleMinZoom(double zoom) = 0;
+    /// @copydoc PgmShape::visibleMaxZoom
     [[nodiscard]] virtual double visibleMaxZoom() const = 0;
     virtual void setVisibleMaxZoom(double zoom) = 0;
 };
@@ -76,6 +98,7 @@ class PgmMarkerOptionsImpl final : public PgmMarkerOptions {
     /// For the factories.
     explicit PgmMarkerOptionsImpl(std::shared_ptr<PgmMarker> marker) noexcept : marker_(std::move(marker)) {}
 
+    /// The marker whose options these are.
     [[nodiscard]] const std::shared_ptr<PgmMarker>& marker() const noexcept { return marker_; }
 
     [[nodiscard]] std::shared_ptr<PgmImage> iconImage() const override { return marker_->iconImage(); }

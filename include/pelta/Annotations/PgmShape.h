@@ -26,9 +26,11 @@ class PgmMapView;
 /// application's own subclass is made with `make<T>(…)`. Main thread only.
 class PgmShape : public std::enable_shared_from_this<PgmShape> {
  public:
+    /// An application's own values by name.
     using UserInfo = std::map<std::string, std::any, std::less<>>;
     /// Answers true when it has dealt with the tap.
     using TouchEvent = std::function<bool(PgmShape&)>;
+    /// Engine layers, lowest first.
     using StyleLayers = std::vector<std::shared_ptr<MLNVectorStyleLayer>>;
 
     /// A shape that draws nothing by itself.
@@ -59,6 +61,7 @@ class PgmShape : public std::enable_shared_from_this<PgmShape> {
     /// Takes the shape from its map view and puts it on another; null only takes it away. The same view
     /// again takes it away and puts it back.
     virtual void setMapView(const std::shared_ptr<PgmMapView>& mapView);
+    /// True while the shape has a map view.
     [[nodiscard]] bool isAttached() const noexcept { return !mapView_.expired(); }
     /// What a tap on the shape calls; empty at first.
     [[nodiscard]] const TouchEvent& touchEvent() const noexcept { return touchEvent_; }

@@ -32,7 +32,6 @@ class MLNSymbolStyleLayer final : public MLNVectorStyleLayer {
         const noexcept {
         return textFontNames_;
     }
-    /// Fonts by name, the first that has the letters; a renderer that knows none of them takes its own.
     void setTextFontNames(MLNExpression<std::vector<std::string>> value) {
         assign(textFontNames_, std::move(value), 1);
     }

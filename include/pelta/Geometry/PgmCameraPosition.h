@@ -38,9 +38,13 @@ class PgmCameraPosition {
     PgmCameraPosition(CLLocationCoordinate2D target, double zoom, double tilt, double bearing) noexcept
         : target_(target), zoom_(zoom), tilt_(tilt), bearing_(bearing) {}
 
+    /// What is seen in the middle, degrees.
     [[nodiscard]] CLLocationCoordinate2D target() const noexcept { return target_; }
+    /// Zoom level; the world is 512 × 2^zoom points wide.
     [[nodiscard]] double zoom() const noexcept { return zoom_; }
+    /// Degrees from looking straight down.
     [[nodiscard]] double tilt() const noexcept { return tilt_; }
+    /// Direction that points up, degrees clockwise from north.
     [[nodiscard]] double bearing() const noexcept { return bearing_; }
     /// The rectangle that the camera fits in place of the four values above; null for ordinary positions.
     /// Only a camera update that fits bounds makes such a position.

@@ -45,7 +45,9 @@ class PgmCameraUpdateParams {
     void targetTo(CLLocationCoordinate2D target) noexcept;
     /// Moves the map's content by this many points: a positive x moves it to the right, a positive y down.
     void targetBy(CGPoint delta) noexcept;
+    /// Moves to a zoom level.
     void zoomTo(double zoom) noexcept;
+    /// Moves by so many zoom levels, closer when positive.
     void zoomBy(double delta) noexcept;
     /// `zoomBy(1)`.
     void zoomIn() noexcept { zoomBy(1.0); }
@@ -53,18 +55,28 @@ class PgmCameraUpdateParams {
     void zoomOut() noexcept { zoomBy(-1.0); }
     /// Degrees.
     void tiltTo(double tilt) noexcept;
+    /// Tilts further by so many degrees.
     void tiltBy(double delta) noexcept;
     /// Degrees clockwise.
     void bearingTo(double bearing) noexcept;
+    /// Turns by so many degrees clockwise.
     void bearingBy(double delta) noexcept;
 
+    /// Target to move to, degrees; absent when it is left alone or shifted.
     [[nodiscard]] const std::optional<CLLocationCoordinate2D>& target() const noexcept { return target_; }
+    /// Shift of the target, points; absent when it is left alone or set.
     [[nodiscard]] const std::optional<CGPoint>& targetDelta() const noexcept { return targetDelta_; }
+    /// Zoom level to move to; absent when it is left alone or shifted.
     [[nodiscard]] std::optional<double> zoom() const noexcept { return zoom_; }
+    /// Shift of the zoom level; absent when it is left alone or set.
     [[nodiscard]] std::optional<double> zoomDelta() const noexcept { return zoomDelta_; }
+    /// Tilt to move to, degrees; absent when it is left alone or shifted.
     [[nodiscard]] std::optional<double> tilt() const noexcept { return tilt_; }
+    /// Shift of the tilt, degrees; absent when it is left alone or set.
     [[nodiscard]] std::optional<double> tiltDelta() const noexcept { return tiltDelta_; }
+    /// Bearing to move to, degrees; absent when it is left alone or shifted.
     [[nodiscard]] std::optional<double> bearing() const noexcept { return bearing_; }
+    /// Shift of the bearing, degrees; absent when it is left alone or set.
     [[nodiscard]] std::optional<double> bearingDelta() const noexcept { return bearingDelta_; }
     /// The rectangle to fit; null unless the update was made to fit one.
     [[nodiscard]] const std::shared_ptr<PgmLatLngBounds>& bounds() const noexcept { return bounds_; }
@@ -90,26 +102,34 @@ class PgmCameraUpdateParams {
 /// times; shifts start from the camera at that moment. A new one is not animated.
 class PgmCameraUpdate {
  public:
+    /// How updates are passed around.
     using Ptr = std::shared_ptr<PgmCameraUpdate>;
 
     /// An update that shares the given record: later changes of it count. Null counts as a new record.
     [[nodiscard]] static Ptr cameraUpdateWithParams(std::shared_ptr<PgmCameraUpdateParams> params);
     /// Sets target, zoom, tilt and bearing of the position; bounds of it are not taken over.
     [[nodiscard]] static Ptr cameraUpdateWithPosition(const PgmCameraPosition& position);
+    /// Moves to a target, degrees.
     [[nodiscard]] static Ptr cameraUpdateTargetTo(CLLocationCoordinate2D target);
+    /// Moves to a target, degrees, at a zoom level.
     [[nodiscard]] static Ptr cameraUpdateTargetToZoomTo(CLLocationCoordinate2D target, double zoom);
     /// One level closer.
     [[nodiscard]] static Ptr cameraUpdateZoomIn();
     /// One level further away.
     [[nodiscard]] static Ptr cameraUpdateZoomOut();
+    /// So many levels closer; further away when negative.
     [[nodiscard]] static Ptr cameraUpdateZoomBy(double delta);
+    /// Moves to a zoom level.
     [[nodiscard]] static Ptr cameraUpdateZoomTo(double zoom);
+    /// Moves to a tilt, degrees from looking straight down.
     [[nodiscard]] static Ptr cameraUpdateTiltTo(double tilt);
+    /// Turns the map until this direction points up, degrees clockwise from north.
     [[nodiscard]] static Ptr cameraUpdateBearingTo(double bearing);
     /// Shows a rectangle as large as the view allows, with the map's present tilt and bearing.
     [[nodiscard]] static Ptr cameraUpdateFitBounds(std::shared_ptr<PgmLatLngBounds> bounds);
     /// @param padding  points to keep free on each of the four sides.
     [[nodiscard]] static Ptr cameraUpdateFitBounds(std::shared_ptr<PgmLatLngBounds> bounds, CGFloat padding);
+    /// @param paddingInsets  points to keep free on each side.
     [[nodiscard]] static Ptr cameraUpdateFitBounds(std::shared_ptr<PgmLatLngBounds> bounds,
                                                    UIEdgeInsets paddingInsets);
 

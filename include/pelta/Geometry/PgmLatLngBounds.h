@@ -27,14 +27,18 @@ class PgmLatLngBounds {
         std::span<const CLLocationCoordinate2D> coords);
 
     PgmLatLngBounds() = delete;
+    /// For the factories.
     PgmLatLngBounds(CLLocationCoordinate2D southWest, CLLocationCoordinate2D northEast) noexcept
         : southWest_(southWest), northEast_(northEast) {}
 
+    /// South-western corner as given.
     [[nodiscard]] CLLocationCoordinate2D southWest() const noexcept { return southWest_; }
     void setSouthWest(CLLocationCoordinate2D corner) noexcept { southWest_ = corner; }
+    /// North-eastern corner as given.
     [[nodiscard]] CLLocationCoordinate2D northEast() const noexcept { return northEast_; }
     void setNorthEast(CLLocationCoordinate2D corner) noexcept { northEast_ = corner; }
 
+    /// Latitude of the south-western corner, longitude of the north-eastern one.
     [[nodiscard]] CLLocationCoordinate2D southEast() const noexcept {
         return {southWest_.latitude, northEast_.longitude};
     }

@@ -18,6 +18,7 @@ class PgmMapView;
 class PgmProjection {
  public:
     PgmProjection() = delete;
+    /// A projection of a view; see `PgmMapView::projection`.
     explicit PgmProjection(std::weak_ptr<const PgmMapView> mapView) noexcept : mapView_(std::move(mapView)) {}
 
     /// The coordinate drawn at a point; above the horizon the horizon's nearest coordinate. Absent without a

@@ -17,9 +17,13 @@ class CAMediaTimingFunction {
     /// The curve with control points (x1, y1) and (x2, y2); x values are clamped to 0…1.
     CAMediaTimingFunction(double x1, double y1, double x2, double y2) noexcept;
 
+    /// Constant speed.
     [[nodiscard]] static CAMediaTimingFunction linear() noexcept { return {0, 0, 1, 1}; }
+    /// Slow at first.
     [[nodiscard]] static CAMediaTimingFunction easeIn() noexcept { return {0.42, 0, 1, 1}; }
+    /// Slow at the end.
     [[nodiscard]] static CAMediaTimingFunction easeOut() noexcept { return {0, 0, 0.58, 1}; }
+    /// Slow at both ends.
     [[nodiscard]] static CAMediaTimingFunction easeInEaseOut() noexcept { return {0.42, 0, 0.58, 1}; }
     /// The platform's default curve.
     [[nodiscard]] static CAMediaTimingFunction standard() noexcept { return {0.25, 0.1, 0.25, 1}; }
@@ -49,11 +53,11 @@ struct CAKeyframeAnimation {
 
 /// Several animations that run together.
 struct CAAnimationGroup {
-    double duration = 0.25;  ///< Seconds.
-    bool repeatsForever = false;
-    bool isRemovedOnCompletion = true;
-    CAMediaTimingFunction timingFunction = CAMediaTimingFunction::standard();
-    std::vector<CAKeyframeAnimation> animations;
+    double duration = 0.25;             ///< Seconds.
+    bool repeatsForever = false;        ///< Starts anew at its end, until it is removed.
+    bool isRemovedOnCompletion = true;  ///< Off: its last values stay.
+    CAMediaTimingFunction timingFunction = CAMediaTimingFunction::standard();  ///< Pace of the whole.
+    std::vector<CAKeyframeAnimation> animations;                               ///< What changes.
     friend bool operator==(const CAAnimationGroup&, const CAAnimationGroup&) = default;
 };
 
@@ -63,35 +67,40 @@ class CALayer : public std::enable_shared_from_this<CALayer> {
  public:
     /// Plain fields of a layer; write them with `CALayer::update` so that the port sees the change.
     struct Properties {
-        CGRect bounds;
-        CGPoint position;  ///< Of the layer's centre, in the superlayer.
-        CGFloat cornerRadius = 0;
-        CGFloat zPosition = 0;
-        CGFloat opacity = 1;
-        bool allowsGroupOpacity = true;
-        bool shouldRasterize = false;
-        CGFloat rasterizationScale = 1;
-        bool drawsAsynchronously = false;
-        UIColor backgroundColor = UIColor::clear();
-        CGSize shadowOffset;
-        CGFloat shadowRadius = 3;
-        CGAffineTransform affineTransform;
-        CATransform3D sublayerTransform;
+        CGRect bounds;                               ///< Own coordinates, points.
+        CGPoint position;                            ///< Of the layer's centre, in the superlayer.
+        CGFloat cornerRadius = 0;                    ///< Points.
+        CGFloat zPosition = 0;                       ///< Higher lies in front of its siblings.
+        CGFloat opacity = 1;                         ///< 0 to 1.
+        bool allowsGroupOpacity = true;              ///< Sublayers fade with it.
+        bool shouldRasterize = false;                ///< May be drawn by way of a bitmap.
+        CGFloat rasterizationScale = 1;              ///< Pixels a point of that bitmap.
+        bool drawsAsynchronously = false;            ///< May be drawn on another thread.
+        UIColor backgroundColor = UIColor::clear();  ///< Fills the bounds.
+        CGSize shadowOffset;                         ///< Points.
+        CGFloat shadowRadius = 3;                    ///< Points.
+        CGAffineTransform affineTransform;           ///< Of the layer about its anchor.
+        CATransform3D sublayerTransform;             ///< Of what lies within.
         friend bool operator==(const Properties&, const Properties&) = default;
     };
 
+    /// A layer with the defaults above and nothing in it.
     [[nodiscard]] static std::shared_ptr<CALayer> create() { return std::make_shared<CALayer>(); }
 
+    /// The values as last set.
     [[nodiscard]] const Properties& properties() const noexcept { return properties_; }
     /// Replaces the fields; nothing happens when they are equal.
     void update(const Properties& properties);
 
+    /// The layers within, first added first.
     [[nodiscard]] const std::vector<std::shared_ptr<CALayer>>& sublayers() const noexcept {
         return sublayers_;
     }
     /// Adds a layer on top of the others, taking it from its former superlayer.
     void addSublayer(const std::shared_ptr<CALayer>& layer);
+    /// Takes the layer out of the one that holds it; nothing when there is none.
     void removeFromSuperlayer();
+    /// The layer that holds this one, or null.
     [[nodiscard]] std::shared_ptr<CALayer> superlayer() const { return superlayer_.lock(); }
 
     /// Starts an animation under a key, replacing one that runs under it.
@@ -115,6 +124,7 @@ class CALayer : public std::enable_shared_from_this<CALayer> {
 class CATransaction {
  public:
     template <class Work>
+    /// Runs `work`; the changes within show at once, not animated.
     static void withoutActions(Work&& work) {
         std::forward<Work>(work)();
     }

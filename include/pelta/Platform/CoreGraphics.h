@@ -14,35 +14,41 @@ using CGFloat = double;
 
 /// Position in points.
 struct CGPoint {
-    CGFloat x = 0;
-    CGFloat y = 0;
+    CGFloat x = 0;  ///< Rightwards.
+    CGFloat y = 0;  ///< Downwards.
     friend bool operator==(const CGPoint&, const CGPoint&) = default;
 };
 
 /// Displacement in points.
 struct CGVector {
-    CGFloat dx = 0;
-    CGFloat dy = 0;
+    CGFloat dx = 0;  ///< Rightwards.
+    CGFloat dy = 0;  ///< Downwards.
     friend bool operator==(const CGVector&, const CGVector&) = default;
 };
 
 /// Extent in points. Negative values are kept as given; nothing is drawn for them.
 struct CGSize {
-    CGFloat width = 0;
-    CGFloat height = 0;
+    CGFloat width = 0;   ///< Rightwards.
+    CGFloat height = 0;  ///< Downwards.
     friend bool operator==(const CGSize&, const CGSize&) = default;
 };
 
 /// Axis-parallel rectangle in points.
 struct CGRect {
-    CGPoint origin;
-    CGSize size;
+    CGPoint origin;  ///< Top left corner.
+    CGSize size;     ///< Extent from there.
 
+    /// Left edge.
     [[nodiscard]] CGFloat minX() const noexcept { return origin.x; }
+    /// Top edge.
     [[nodiscard]] CGFloat minY() const noexcept { return origin.y; }
+    /// Right edge.
     [[nodiscard]] CGFloat maxX() const noexcept { return origin.x + size.width; }
+    /// Bottom edge.
     [[nodiscard]] CGFloat maxY() const noexcept { return origin.y + size.height; }
+    /// Middle between left and right.
     [[nodiscard]] CGFloat midX() const noexcept { return origin.x + size.width * 0.5; }
+    /// Middle between top and bottom.
     [[nodiscard]] CGFloat midY() const noexcept { return origin.y + size.height * 0.5; }
 
     /// True when the point lies inside or on the left or top edge.
@@ -66,21 +72,21 @@ struct CGRect {
 
 /// Distances from the four edges of a rectangle, in points; positive values move inwards.
 struct UIEdgeInsets {
-    CGFloat top = 0;
-    CGFloat left = 0;
-    CGFloat bottom = 0;
-    CGFloat right = 0;
+    CGFloat top = 0;     ///< From the top edge down.
+    CGFloat left = 0;    ///< From the left edge rightwards.
+    CGFloat bottom = 0;  ///< From the bottom edge up.
+    CGFloat right = 0;   ///< From the right edge leftwards.
     friend bool operator==(const UIEdgeInsets&, const UIEdgeInsets&) = default;
 };
 
 /// Affine map of the plane: (x, y) becomes (a·x + c·y + tx, b·x + d·y + ty).
 struct CGAffineTransform {
-    CGFloat a = 1;
-    CGFloat b = 0;
-    CGFloat c = 0;
-    CGFloat d = 1;
-    CGFloat tx = 0;
-    CGFloat ty = 0;
+    CGFloat a = 1;   ///< x' for each x.
+    CGFloat b = 0;   ///< y' for each x.
+    CGFloat c = 0;   ///< x' for each y.
+    CGFloat d = 1;   ///< y' for each y.
+    CGFloat tx = 0;  ///< Shift rightwards.
+    CGFloat ty = 0;  ///< Shift downwards.
 
     /// Rotation about the origin by `angle` radians, clockwise on the screen.
     [[nodiscard]] static CGAffineTransform rotation(CGFloat angle) noexcept;
@@ -90,6 +96,7 @@ struct CGAffineTransform {
 
 /// Map of space as a row-major 4 × 4 matrix applied to row vectors, identity by default.
 struct CATransform3D {
+    /// The sixteen numbers, row by row; the unit matrix at first.
     std::array<CGFloat, 16> m{1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1};
 
     /// This transform preceded by a rotation of `angle` radians about the axis (x, y, z). A zero axis changes

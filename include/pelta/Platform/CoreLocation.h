@@ -11,8 +11,8 @@ namespace pelta {
 /// WGS84 position in degrees. Any finite value can be stored; latitudes make sense from -90 to 90 and
 /// longitudes from -180 to 180.
 struct CLLocationCoordinate2D {
-    double latitude = 0;
-    double longitude = 0;
+    double latitude = 0;   ///< Northwards from the equator.
+    double longitude = 0;  ///< Eastwards from Greenwich.
     friend bool operator==(const CLLocationCoordinate2D&, const CLLocationCoordinate2D&) = default;
 };
 
@@ -21,9 +21,9 @@ struct CLLocationCoordinate2D {
 
 /// One measured position.
 struct CLLocation {
-    CLLocationCoordinate2D coordinate;
-    double altitude = 0;             ///< Metres above sea level.
-    double horizontalAccuracy = -1;  ///< Radius of uncertainty in metres; negative when unknown.
+    CLLocationCoordinate2D coordinate;  ///< Where it was measured.
+    double altitude = 0;                ///< Metres above sea level.
+    double horizontalAccuracy = -1;     ///< Radius of uncertainty in metres; negative when unknown.
     double course = -1;    ///< Direction of travel, degrees clockwise from north; negative when unknown.
     double speed = -1;     ///< Metres a second; negative when unknown.
     double timestamp = 0;  ///< Seconds on the port's clock.

@@ -19,6 +19,7 @@ namespace pelta {
 /// becomes it.
 class MainQueue {
  public:
+    /// What a queue runs.
     using Task = std::function<void()>;
 
     /// Queues a task; it never runs inside this call. Any thread.
@@ -49,6 +50,7 @@ class SerialQueue {
     /// @param label  name for debugging.
     explicit SerialQueue(std::string label) : label_(std::move(label)) {}
 
+    /// Name of the queue, for logs.
     [[nodiscard]] const std::string& label() const noexcept { return label_; }
 
     /// Runs the work on the caller's thread while no other work of this queue runs, and returns its result.

@@ -16,7 +16,7 @@ namespace pelta {
 
 /// A fetched document, or why there is none.
 struct FetchResult {
-    bool isOk = false;
+    bool isOk = false;    ///< False: `text` is the reason.
     std::string text;     ///< UTF-8 document when `isOk`.
     std::string message;  ///< What went wrong otherwise, naming the address.
 };

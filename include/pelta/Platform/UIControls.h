@@ -14,9 +14,11 @@ class UIImageView : public UIView {
  public:
     using UIView::UIView;
 
+    /// The picture shown; absent shows nothing.
     [[nodiscard]] const std::optional<UIImage>& image() const noexcept { return image_; }
     /// Shows another picture, or none; the frame stays.
     void setImage(std::optional<UIImage> image);
+    /// How the picture fills the view.
     [[nodiscard]] UIViewContentMode contentMode() const noexcept { return contentMode_; }
     void setContentMode(UIViewContentMode mode);
 
@@ -32,8 +34,10 @@ class UILabel : public UIView {
  public:
     using UIView::UIView;
 
+    /// UTF-8 text shown.
     [[nodiscard]] const std::string& text() const noexcept { return text_; }
     void setText(std::string text);
+    /// How the text looks.
     [[nodiscard]] const NSTextAttributes& attributes() const noexcept { return attributes_; }
     void setAttributes(NSTextAttributes attributes);
     /// Resizes the frame to the text, keeping its origin.
@@ -56,15 +60,19 @@ class UIButton : public UIView {
  public:
     using UIView::UIView;
 
+    /// The picture for a state; absent takes it away.
     void setImage(std::optional<UIImage> image, UIControlState state);
+    /// The picture set for a state; absent when there is none.
     [[nodiscard]] const std::optional<UIImage>& imageForState(UIControlState state) const;
     /// Sets what a touch lifted inside does; it must not own the button.
     void setTouchUpInside(std::function<void()> action) { action_ = std::move(action); }
     /// Runs the action as a touch would, for keyboards and screen readers; nothing while disabled.
     void sendTouchUpInside();
 
+    /// Off: the button takes no touches and shows its disabled look.
     [[nodiscard]] bool isEnabled() const noexcept { return isEnabled_; }
     void setIsEnabled(bool enabled);
+    /// The state that decides what is shown.
     [[nodiscard]] UIControlState state() const noexcept;
 
     void touchDidChange(const UITouch& touch) override;

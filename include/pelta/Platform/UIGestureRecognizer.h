@@ -29,6 +29,7 @@ enum class UIGestureRecognizerState : unsigned {
 /// view owns its recognisers, a recogniser refers to its view weakly.
 class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecognizer> {
  public:
+    /// What a recognised gesture calls, with its recogniser.
     using Action = std::function<void(UIGestureRecognizer&)>;
 
     /// @param action  called on every change of state that a listener sees (began, changed, ended,
@@ -38,8 +39,11 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     UIGestureRecognizer(const UIGestureRecognizer&) = delete;
     UIGestureRecognizer& operator=(const UIGestureRecognizer&) = delete;
 
+    /// Where the recogniser stands.
     [[nodiscard]] UIGestureRecognizerState state() const noexcept { return state_; }
+    /// The view whose touches it hears; null when there is none.
     [[nodiscard]] std::shared_ptr<UIView> view() const { return view_.lock(); }
+    /// Off: it hears no touches.
     [[nodiscard]] bool isEnabled() const noexcept { return isEnabled_; }
     /// Off cancels a gesture under way.
     void setIsEnabled(bool enabled);
@@ -70,6 +74,7 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     /// Calls `work` after `delay` seconds unless the gesture has been reset, the delays cancelled or the
     /// recogniser released by then.
     void afterDelay(double delay, std::function<void()> work);
+    /// Work that `afterDelay` has put off does not run any more.
     void cancelDelays() noexcept { ++generation_; }
     /// Fingers of the present gesture that are down.
     [[nodiscard]] int touchesDown() const noexcept { return touchesDown_; }
@@ -113,6 +118,7 @@ class UITapGestureRecognizer final : public UIGestureRecognizer {
  public:
     using UIGestureRecognizer::UIGestureRecognizer;
 
+    /// Taps in a row that make the gesture, 1 at first.
     [[nodiscard]] int numberOfTapsRequired() const noexcept { return tapsRequired_; }
     /// Values below 1 count as 1.
     void setNumberOfTapsRequired(int taps) noexcept { tapsRequired_ = taps < 1 ? 1 : taps; }

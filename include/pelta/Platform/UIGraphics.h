@@ -13,9 +13,11 @@ namespace pelta {
 /// A font of the interface: the platform's sans-serif family in any script.
 struct UIFont {
     double pointSize = 17;  ///< Points.
-    bool isBold = false;
+    bool isBold = false;    ///< Of the heavier weight.
 
+    /// The regular font in a size, points.
     [[nodiscard]] static constexpr UIFont systemFont(double size) noexcept { return {size, false}; }
+    /// The heavier font in a size, points.
     [[nodiscard]] static constexpr UIFont boldSystemFont(double size) noexcept { return {size, true}; }
     friend bool operator==(const UIFont&, const UIFont&) = default;
 };
@@ -25,9 +27,9 @@ enum class NSTextAlignment : unsigned { left = 0, center = 1, right = 2 };
 
 /// How a text is drawn.
 struct NSTextAttributes {
-    UIFont font;
-    UIColor foregroundColor = UIColor::black();
-    NSTextAlignment alignment = NSTextAlignment::left;
+    UIFont font;                                        ///< Size and weight.
+    UIColor foregroundColor = UIColor::black();         ///< Of the letters.
+    NSTextAlignment alignment = NSTextAlignment::left;  ///< Of the lines among each other.
     friend bool operator==(const NSTextAttributes&, const NSTextAttributes&) = default;
 };
 
@@ -54,6 +56,7 @@ class GraphicsContext {
 
     /// Remembers transform, clip and opacity until the matching `restoreState`.
     virtual void saveState() = 0;
+    /// Goes back to the state of the last `saveState`.
     virtual void restoreState() = 0;
     /// Applies a transform before the current one.
     virtual void concatenate(const CGAffineTransform& transform) = 0;

@@ -37,7 +37,9 @@ class UIImage {
     [[nodiscard]] CGSize size() const noexcept;
     /// Pixels a point.
     [[nodiscard]] double scale() const noexcept { return scale_; }
+    /// Pixels in a row.
     [[nodiscard]] int pixelWidth() const noexcept { return width_; }
+    /// Rows of pixels.
     [[nodiscard]] int pixelHeight() const noexcept { return height_; }
     /// RGBA bytes, valid as long as any copy of this picture lives.
     [[nodiscard]] std::span<const std::uint8_t> pixels() const noexcept { return *pixels_; }
@@ -47,6 +49,7 @@ class UIImage {
     [[nodiscard]] UIImage resizableImage(UIEdgeInsets capInsets, UIImageResizingMode mode) const;
     /// The cap insets of a stretchable picture; nothing for an ordinary one.
     [[nodiscard]] const std::optional<UIEdgeInsets>& capInsets() const noexcept { return capInsets_; }
+    /// How the middle of a stretchable picture fills a larger area.
     [[nodiscard]] UIImageResizingMode resizingMode() const noexcept { return resizingMode_; }
 
     /// True for two copies of one picture; pixels are not compared.

@@ -17,11 +17,15 @@ enum class NSLayoutAttribute : unsigned { left, right, top, bottom, width, heigh
 /// `safeAreaInsets`). Refers to its view weakly.
 class NSLayoutAnchor {
  public:
+    /// For `UIView` and `UILayoutGuide`.
     NSLayoutAnchor(std::weak_ptr<UIView> view, NSLayoutAttribute attribute, bool isSafeArea)
         : view_(std::move(view)), attribute_(attribute), isSafeArea_(isSafeArea) {}
 
+    /// The view whose edge or extent this is; null once it is gone.
     [[nodiscard]] std::shared_ptr<UIView> view() const { return view_.lock(); }
+    /// Which edge, centre or extent.
     [[nodiscard]] NSLayoutAttribute attribute() const noexcept { return attribute_; }
+    /// True: of the view's safe area in place of the whole view.
     [[nodiscard]] bool isSafeArea() const noexcept { return isSafeArea_; }
 
  private:
@@ -55,19 +59,23 @@ class NSLayoutConstraint : public std::enable_shared_from_this<NSLayoutConstrain
     [[nodiscard]] const std::string& identifier() const noexcept { return identifier_; }
     void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
 
+    /// Points added to what the constraint asks for.
     [[nodiscard]] CGFloat constant() const noexcept { return constant_; }
     /// Changes the constant and asks for layout. Non-finite values are ignored.
     void setConstant(CGFloat constant);
 
+    /// True while the layout obeys the constraint.
     [[nodiscard]] bool isActive() const noexcept { return isActive_; }
     void setIsActive(bool active);
 
+    /// The anchor that the constraint places.
     [[nodiscard]] const NSLayoutAnchor& firstAnchor() const noexcept { return first_; }
     /// Null for a constraint against a constant alone.
     [[nodiscard]] const NSLayoutAnchor* secondAnchor() const noexcept {
         return second_.empty() ? nullptr : &second_.front();
     }
 
+    /// For `NSLayoutAnchor`.
     NSLayoutConstraint(NSLayoutAnchor first, std::vector<NSLayoutAnchor> second, CGFloat constant);
 
  private:
@@ -84,8 +92,10 @@ class NSLayoutConstraint : public std::enable_shared_from_this<NSLayoutConstrain
 /// The area of a view that no bar or notch of the device covers, as something to place other views against.
 class UILayoutGuide {
  public:
+    /// For `UIView`.
     explicit UILayoutGuide(std::weak_ptr<UIView> owner) : owner_(std::move(owner)) {}
 
+    /// An edge, centre or extent of the guide.
     [[nodiscard]] NSLayoutAnchor anchor(NSLayoutAttribute attribute) const {
         return {owner_, attribute, true};
     }

@@ -9,10 +9,10 @@ enum class UITouchPhase : unsigned { began = 0, moved = 1, ended = 2, cancelled 
 
 /// One pointer event as a port delivers it to `UIWindow::deliverTouch`.
 struct UITouch {
-    int identifier = 0;  ///< Tells fingers apart between `began` and `ended`.
-    UITouchPhase phase = UITouchPhase::began;
-    CGPoint location;      ///< Points in the window.
-    double timestamp = 0;  ///< Seconds on the port's clock.
+    int identifier = 0;                        ///< Tells fingers apart between `began` and `ended`.
+    UITouchPhase phase = UITouchPhase::began;  ///< What the finger did.
+    CGPoint location;                          ///< Points in the window.
+    double timestamp = 0;                      ///< Seconds on the port's clock.
 };
 
 }  // namespace pelta

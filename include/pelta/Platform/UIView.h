@@ -20,8 +20,8 @@ enum class UIViewContentMode : unsigned { scaleToFill = 0, scaleAspectFit = 1, c
 
 /// A picture as the content of a view.
 struct PictureContent {
-    UIImage image;
-    UIViewContentMode mode = UIViewContentMode::scaleToFill;
+    UIImage image;                                            ///< What is shown.
+    UIViewContentMode mode = UIViewContentMode::scaleToFill;  ///< How it fills the view.
 };
 
 /// For ports: where a picture is drawn within the view's bounds; stretched, largest without distortion, or at
@@ -30,18 +30,18 @@ struct PictureContent {
 
 /// A line of text as the content of a view, centred vertically.
 struct TextContent {
-    std::string text;
-    NSTextAttributes attributes;
+    std::string text;             ///< UTF-8.
+    NSTextAttributes attributes;  ///< How it looks.
 };
 
 /// A surface that a port draws by its own means, such as the map; `owner` tells which.
 struct SurfaceContent {
-    const void* owner = nullptr;
+    const void* owner = nullptr;  ///< Never followed.
 };
 
 /// Content that the view draws itself in `draw`; `revision` grows with each `setNeedsDisplay`.
 struct DrawnContent {
-    unsigned revision = 0;
+    unsigned revision = 0;  ///< A new number asks for a new drawing.
 };
 
 /// What a port shows inside a view's rectangle, above its background and below its subviews.
@@ -53,6 +53,7 @@ using ViewContent = std::variant<std::monostate, PictureContent, TextContent, Su
 /// Made with `make<T>(frame)`. A view owns its subviews and refers to its superview weakly. Main thread only.
 class UIView : public std::enable_shared_from_this<UIView> {
  public:
+    /// For `make`: a view at a place in its future superview, points.
     explicit UIView(CGRect frame);
     virtual ~UIView();
     UIView(const UIView&) = delete;
@@ -67,16 +68,20 @@ class UIView : public std::enable_shared_from_this<UIView> {
     void setFrame(CGRect frame);
     /// Own coordinates: origin (0, 0) and the frame's size.
     [[nodiscard]] CGRect bounds() const noexcept { return {{}, frame_.size}; }
+    /// Middle of the frame in the superview, points; setting it moves the view.
     [[nodiscard]] CGPoint center() const noexcept { return {frame_.midX(), frame_.midY()}; }
     void setCenter(CGPoint center);
 
+    /// Hidden views and all within are neither drawn nor touched.
     [[nodiscard]] bool isHidden() const noexcept { return isHidden_; }
     void setIsHidden(bool hidden);
     /// Opacity of the view and all within, 0 to 1.
     [[nodiscard]] CGFloat alpha() const noexcept { return alpha_; }
     void setAlpha(CGFloat alpha);
+    /// Fills the bounds; clear at first.
     [[nodiscard]] UIColor backgroundColor() const noexcept { return backgroundColor_; }
     void setBackgroundColor(UIColor color);
+    /// Radius of the background's corners, points; 0 at first.
     [[nodiscard]] CGFloat cornerRadius() const noexcept { return cornerRadius_; }
     void setCornerRadius(CGFloat radius);
     /// Rotation, scale or shift of the drawn view about its centre; layout and hit-testing do not see it.
@@ -89,13 +94,16 @@ class UIView : public std::enable_shared_from_this<UIView> {
     [[nodiscard]] const std::string& accessibilityLabel() const noexcept { return accessibilityLabel_; }
     void setAccessibilityLabel(std::string label);
 
+    /// The views within, rearmost first.
     [[nodiscard]] const std::vector<std::shared_ptr<UIView>>& subviews() const noexcept { return subviews_; }
+    /// The view that holds this one, or null.
     [[nodiscard]] std::shared_ptr<UIView> superview() const { return superview_.lock(); }
     /// The window at the root of the tree, or null.
     [[nodiscard]] UIWindow* window();
     /// Adds a view in front of the other subviews, taking it from its former superview. Adding a view to
     /// itself or to one of its own subviews is ignored.
     void addSubview(const std::shared_ptr<UIView>& view);
+    /// Takes the view out of the one that holds it; nothing when there is none.
     void removeFromSuperview();
 
     /// On (at first): the frame is set by hand. Off: the constraints place the view.
@@ -103,7 +111,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
         return usesAutoresizingMask_;
     }
     void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
+    /// An edge, centre or extent of the view, to be constrained.
     [[nodiscard]] NSLayoutAnchor anchor(NSLayoutAttribute attribute) const;
+    /// The part of the view that nothing of the device covers.
     [[nodiscard]] UILayoutGuide safeAreaLayoutGuide() const;
     /// The active constraints that place this view, in the order of their activation.
     [[nodiscard]] const std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints() const noexcept {
@@ -118,6 +128,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
     /// Called after the safe area has changed. Overrides call the base.
     virtual void safeAreaInsetsDidChange() {}
 
+    /// Has the next frame lay out the view anew.
     void setNeedsLayout();
     /// Solves the layout of this view's whole tree now if any of it is outstanding.
     void layoutIfNeeded();
@@ -125,8 +136,11 @@ class UIView : public std::enable_shared_from_this<UIView> {
     /// call the base.
     virtual void layoutSubviews();
 
+    /// Has a recogniser hear the touches in this view; takes it from its former view.
     void addGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
+    /// Takes a recogniser away; nothing when it is not of this view.
     void removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
+    /// The recognisers of this view, first added first.
     [[nodiscard]] const std::vector<std::shared_ptr<UIGestureRecognizer>>& gestureRecognizers()
         const noexcept {
         return gestureRecognizers_;
@@ -143,6 +157,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
 
     /// The view's own layer, for sublayers and animations behind the content.
     [[nodiscard]] const std::shared_ptr<CALayer>& layer();
+    /// True once `layer()` has made the layer.
     [[nodiscard]] bool hasLayer() const noexcept { return layer_ != nullptr; }
 
     /// What the port shows in the view; the base has none.

@@ -21,6 +21,7 @@ class PgmMapOptions {
         double maximumZoomLevel, double minimumTilt, double maximumTilt, bool isZoomGesturesEnabled,
         bool isScrollGesturesEnabled, bool isRotateGesturesEnabled, bool isTiltGesturesEnabled);
 
+    /// First camera; null leaves the map where it starts.
     [[nodiscard]] const std::shared_ptr<PgmCameraPosition>& camera() const noexcept { return camera_; }
     void setCamera(std::shared_ptr<PgmCameraPosition> camera) noexcept { camera_ = std::move(camera); }
 
@@ -62,12 +63,16 @@ class PgmMapOptions {
     /// @name Gestures
     /// All true at first.
     /// @{
+    /// Two fingers and double taps zoom.
     [[nodiscard]] bool isZoomGesturesEnabled() const noexcept { return isZoomGesturesEnabled_; }
     void setIsZoomGesturesEnabled(bool enabled) noexcept { isZoomGesturesEnabled_ = enabled; }
+    /// A finger moves the map.
     [[nodiscard]] bool isScrollGesturesEnabled() const noexcept { return isScrollGesturesEnabled_; }
     void setIsScrollGesturesEnabled(bool enabled) noexcept { isScrollGesturesEnabled_ = enabled; }
+    /// Two fingers turn the map.
     [[nodiscard]] bool isRotateGesturesEnabled() const noexcept { return isRotateGesturesEnabled_; }
     void setIsRotateGesturesEnabled(bool enabled) noexcept { isRotateGesturesEnabled_ = enabled; }
+    /// Two fingers side by side tilt the map.
     [[nodiscard]] bool isTiltGesturesEnabled() const noexcept { return isTiltGesturesEnabled_; }
     void setIsTiltGesturesEnabled(bool enabled) noexcept { isTiltGesturesEnabled_ = enabled; }
     /// @}

@@ -35,11 +35,11 @@ enum class PgmMapType : int { standard = 0, satellite = 1, hybrid = 2, terrain =
 
 /// A view's settings as an interface description keeps them.
 struct PgmViewSettings {
-    CGRect frame;  ///< Place in the superview, points.
-    bool isHidden = false;
-    CGFloat alpha = 1;  ///< Opacity, 0 to 1.
-    UIColor backgroundColor = UIColor::clear();
-    bool isUserInteractionEnabled = true;
+    CGRect frame;                                ///< Place in the superview, points.
+    bool isHidden = false;                       ///< Not drawn and not touched.
+    CGFloat alpha = 1;                           ///< Opacity, 0 to 1.
+    UIColor backgroundColor = UIColor::clear();  ///< Behind the view's content.
+    bool isUserInteractionEnabled = true;        ///< Off: touches go to what lies behind.
     /// Off: constraints place the view, not `frame`.
     bool translatesAutoresizingMaskIntoConstraints = true;
 };

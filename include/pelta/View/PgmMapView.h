@@ -32,7 +32,9 @@ class ShapeRegistry;
 /// ignored by the engine. Main thread only.
 class PgmMapView : public UIView {
  public:
+    /// Runs when a camera movement has ended.
     using Completion = std::function<void()>;
+    /// Shapes by their `shapeIndex`.
     using ShapesMap = std::map<std::uint64_t, std::shared_ptr<PgmShape>>;
 
     /// @name Creation
@@ -48,7 +50,9 @@ class PgmMapView : public UIView {
     /// For `make`; use the factories. Until `completeConstruction` there is no engine view.
     explicit PgmMapView(CGRect frame, std::shared_ptr<PgmMapOptions> options = nullptr,
                         const std::shared_ptr<PgmMapDelegate>& delegate = nullptr);
+    /// For `make`; see `createWithCoder`.
     explicit PgmMapView(const PgmViewSettings& settings);
+    /// Takes the engine's view with it.
     ~PgmMapView() override;
     void completeConstruction(std::string_view className) override;
     /// The options that the view was made with; null when there were none.
@@ -154,12 +158,16 @@ class PgmMapView : public UIView {
     /// @name Gestures
     /// All enabled at first.
     /// @{
+    /// Two fingers and double taps zoom.
     [[nodiscard]] bool isZoomGesturesEnabled() const noexcept { return settings_.isZoomGesturesEnabled; }
     void setIsZoomGesturesEnabled(bool enabled);
+    /// A finger moves the map.
     [[nodiscard]] bool isScrollGesturesEnabled() const noexcept { return settings_.isScrollGesturesEnabled; }
     void setIsScrollGesturesEnabled(bool enabled);
+    /// Two fingers turn the map.
     [[nodiscard]] bool isRotateGesturesEnabled() const noexcept { return settings_.isRotateGesturesEnabled; }
     void setIsRotateGesturesEnabled(bool enabled);
+    /// Two fingers side by side tilt the map.
     [[nodiscard]] bool isTiltGesturesEnabled() const noexcept { return settings_.isTiltGesturesEnabled; }
     void setIsTiltGesturesEnabled(bool enabled);
     /// Share of its speed that a fling keeps each millisecond, 0.998 at first; 0 switches flinging off.
@@ -202,8 +210,10 @@ class PgmMapView : public UIView {
     /// a frame; `triggerRepaint` does.
     [[nodiscard]] bool needReorderShapes() const noexcept;
     void setNeedReorderShapes(bool need) noexcept;
+    /// Whether the shapes' source is to be rebuilt.
     [[nodiscard]] bool needUpdateShapes() const noexcept;
     void setNeedUpdateShapes(bool need) noexcept;
+    /// Whether pictures are to be put into the style.
     [[nodiscard]] bool needCheckShapeImage() const noexcept;
     void setNeedCheckShapeImage(bool need) noexcept;
     /// Asks the engine for a frame; nothing without an engine view.
