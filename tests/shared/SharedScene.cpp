@@ -24,7 +24,7 @@ std::string_view nameOf(PgmCameraUpdateReason reason) {
     return "unknown";
 }
 
-std::string event(std::string_view kind, bool animated, PgmCameraUpdateReason reason) {
+std::string eventText(std::string_view kind, bool animated, PgmCameraUpdateReason reason) {
     std::string text(kind);
     text += animated ? "-animated(" : "(";
     text += nameOf(reason);
@@ -41,31 +41,32 @@ std::string joined(const Parts&... parts) {
 
 }  // namespace
 
-void EventRecorder::regionWillChangeAnimated(PgmMapView& /*mapView*/, bool animated,
+void EventRecorder::regionWillChangeAnimated(PgmMapView& mapView, bool animated,
                                              PgmCameraUpdateReason reason) {
-    note(event("will", animated, reason));
+    note(mapView, eventText("will", animated, reason));
 }
 
-void EventRecorder::regionIsChangingWithReason(PgmMapView& /*mapView*/, PgmCameraUpdateReason reason) {
-    const std::string text = event("changing", false, reason);
-    if (last_ != text) {
-        note(text);
-    }
+void EventRecorder::regionIsChangingWithReason(PgmMapView& mapView, PgmCameraUpdateReason reason) {
+    note(mapView, eventText("changing", false, reason));
 }
 
-void EventRecorder::regionDidChangeAnimated(PgmMapView& /*mapView*/, bool animated,
+void EventRecorder::regionDidChangeAnimated(PgmMapView& mapView, bool animated,
                                             PgmCameraUpdateReason reason) {
-    note(event("did", animated, reason));
+    note(mapView, eventText("did", animated, reason));
 }
 
 void EventRecorder::mapViewDidBecomeIdle(PgmMapView& /*mapView*/) {
     ++idleCount_;
 }
 
-void EventRecorder::note(std::string_view event) {
+void EventRecorder::note(PgmMapView& mapView, const std::string& event) {
+    if (event != last_ || event.rfind("changing", 0) != 0) {
+        events_ += (events_.empty() ? "" : " ") + event;
+    }
     last_ = event;
-    events_ += events_.empty() ? "" : " ";
-    events_ += event;
+    if (listener_) {
+        listener_(mapView, event);
+    }
 }
 
 std::string EventRecorder::take() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,16 +19,20 @@ class EventRecorder final : public PgmMapDelegate {
     void regionDidChangeAnimated(PgmMapView& mapView, bool animated, PgmCameraUpdateReason reason) override;
     void mapViewDidBecomeIdle(PgmMapView& mapView) override;
 
-    /// Adds an event of the case's own to the line.
-    void note(std::string_view event);
+    /// Called after each event has been written down, steps in a row too; such as "changing(developer)".
+    using Listener = std::function<void(PgmMapView& mapView, std::string_view event)>;
+    void setListener(Listener listener) { listener_ = std::move(listener); }
     /// The line since the last call.
     [[nodiscard]] std::string take();
     /// How often the map has come to rest so far.
     [[nodiscard]] int idleCount() const noexcept { return idleCount_; }
 
  private:
+    void note(PgmMapView& mapView, const std::string& event);
+
     std::string events_;
     std::string last_;
+    Listener listener_;
     int idleCount_ = 0;
 };
 

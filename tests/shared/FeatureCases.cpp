@@ -1,0 +1,359 @@
+#include <cmath>
+#include <cstdint>
+#include <initializer_list>
+
+#include "SharedCases.h"
+
+namespace pelta::shared {
+
+namespace {
+
+/// Longitude degrees a point at zoom 10; near the equator latitude degrees too, within what is checked.
+constexpr double step = 360.0 / (512 * 1024);
+
+/// The coordinate a number of points east and north of the scene's middle.
+CLLocationCoordinate2D beside(double east, double north) {
+    return {north * step, east * step};
+}
+
+/// An opaque picture of a size in points.
+std::shared_ptr<PgmImage> picture(int width, int height) {
+    const auto bytes = static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 16;
+    return PgmImage::imageWith(
+        *UIImage::fromPixels(width * 2, height * 2, 2, std::vector<std::uint8_t>(bytes, 255)));
+}
+
+std::shared_ptr<PgmMarker> marker(CLLocationCoordinate2D position = {}, int width = 20, int height = 60) {
+    return PgmMarker::markerWithPositionIconImage(position, picture(width, height));
+}
+
+std::vector<CLLocationCoordinate2D> square(double halfSide) {
+    return {beside(-halfSide, -halfSide), beside(halfSide, -halfSide), beside(halfSide, halfSide),
+            beside(-halfSide, halfSide)};
+}
+
+/// A place and the shapes that are found there, topmost first.
+struct Probe {
+    double x;
+    double y;
+    std::string_view found;
+};
+
+void expectHits(SharedScene& scene, std::initializer_list<Probe> probes, std::string_view when) {
+    for (const Probe& probe : probes) {
+        const std::string place = std::to_string(probe.x) + ", " + std::to_string(probe.y);
+        scene.expectEqual(scene.hits(probe.x, probe.y), probe.found,
+                          std::string(when) + " at " + place.c_str());
+    }
+}
+
+using Step = std::function<void(SharedScene&)>;
+
+Step look(double zoom, double tilt = 0, double bearing = 0) {
+    return [=](SharedScene& scene) { scene.look({0, 0}, zoom, tilt, bearing); };
+}
+
+/// A case that adds one shape, made anew for each run, and then probes.
+SharedCase shapeCase(std::string_view name, std::function<std::shared_ptr<PgmShape>()> makeShape,
+                     std::vector<Probe> probes) {
+    return {name,
+            {[makeShape](SharedScene& scene) { scene.add(makeShape(), "a"); },
+             [probes](SharedScene& scene) {
+                 for (const Probe& probe : probes) {
+                     expectHits(scene, {probe}, "drawn");
+                 }
+             }}};
+}
+
+SharedCase markerCase(std::string_view name, void (*change)(PgmMarker&), std::vector<Probe> probes) {
+    return shapeCase(
+        name,
+        [change]() -> std::shared_ptr<PgmShape> {
+            auto made = marker();
+            change(*made);
+            return made;
+        },
+        std::move(probes));
+}
+
+std::vector<SharedCase> markerCases() {
+    return {
+        markerCase("features_marker_stands_on_its_position", [](PgmMarker&) {},
+                   {{200, 145, "a"},
+                    {200, 95, "a"},
+                    {194, 120, "a"},
+                    {200, 156, ""},
+                    {184, 120, ""},
+                    {200, 84, ""}}),
+        markerCase("features_marker_anchor",
+                   [](PgmMarker& made) {
+                       made.setAnchor({0, 0.5});
+                   },
+                   {{204, 150, "a"}, {216, 126, "a"}, {216, 174, "a"}, {194, 150, ""}, {226, 150, ""}}),
+        markerCase("features_marker_scale", [](PgmMarker& made) { made.setIconScale(2); },
+                   {{184, 100, "a"}, {216, 36, "a"}, {174, 100, ""}, {200, 24, ""}}),
+        markerCase("features_marker_angle", [](PgmMarker& made) { made.setAngle(90); },
+                   {{206, 150, "a"}, {254, 150, "a"}, {230, 144, "a"}, {200, 120, ""}, {266, 150, ""}}),
+        markerCase("features_marker_angle_scale_anchor",
+                   [](PgmMarker& made) {
+                       made.setAnchor({0.5, 0});
+                       made.setAngle(-90);
+                       made.setIconScale(1.5);
+                   },
+                   {{206, 150, "a"}, {284, 150, "a"}, {194, 150, ""}, {296, 150, ""}, {240, 172, ""}}),
+        markerCase("features_marker_title", [](PgmMarker& made) { made.setTitle("서울"); },
+                   {{200, 160, "a"}, {240, 160, ""}, {200, 180, ""}}),
+        markerCase("features_marker_margin",
+                   [](PgmMarker& made) {
+                       made.setTitle("서울");
+                       made.setTitleMargin(40);
+                   },
+                   {{200, 160, ""}, {200, 200, "a"}}),
+    };
+}
+
+SharedCase turnedMapCase() {
+    return {"features_marker_upright_or_flat_on_a_turned_map",
+            {[](SharedScene& scene) {
+                 scene.look({0, 0}, 10, 0, 90);
+                 scene.add(marker(beside(0, 80)), "upright");
+                 const auto flat = marker();
+                 flat->setIsIconFlat(true);
+                 scene.add(flat, "flat");
+             },
+             [](SharedScene& scene) {
+                 expectHits(scene,
+                            {{150, 150, "flat"}, {200, 120, ""}, {120, 120, "upright"}, {120, 95, "upright"}},
+                            "bearing 90");
+             }}};
+}
+
+SharedCase tiltedMapCase() {
+    return {"features_symbols_shrink_with_half_the_perspective",
+            {[](SharedScene& scene) {
+                 scene.look({0, 0}, 10, 60);
+                 scene.add(marker(beside(0, 300), 100, 40), "far");
+                 scene.add(PgmPolyline::create({beside(-300, 100), beside(300, 100)}), "line");
+             },
+             [](SharedScene& scene) {
+                 const double distance = 1 + 300 * std::sqrt(0.75) / 450;
+                 const double halfWidth = 50 * (0.5 + 0.5 / distance);
+                 const auto far = scene.map()->projection()->point(beside(0, 300));
+                 expectHits(scene,
+                            {{200 + halfWidth - 5, far.y - 8, "far"}, {200 + halfWidth + 6, far.y - 8, ""}},
+                            "300 points away");
+                 const auto line = scene.map()->projection()->point(beside(50, 100));
+                 expectHits(scene, {{line.x, line.y, "line"}, {line.x, line.y + 6, ""}}, "100 points away");
+             }}};
+}
+
+std::vector<SharedCase> lineAndAreaCases() {
+    const auto line = [](double width) {
+        return [width]() -> std::shared_ptr<PgmShape> {
+            auto made = PgmPolyline::create({beside(-150, 0), beside(50, 0), beside(50, 100)});
+            made->setWidth(width);
+            return made;
+        };
+    };
+    const auto area = [](double strokeWidth, std::vector<CLLocationCoordinate2D> ring) {
+        return [strokeWidth, ring]() -> std::shared_ptr<PgmShape> {
+            auto made = PgmPolygon::create(ring);
+            made->setStrokeWidth(strokeWidth);
+            return made;
+        };
+    };
+    const std::vector<CLLocationCoordinate2D> notched{beside(-80, -60), beside(80, -60), beside(80, 60),
+                                                      beside(0, -20), beside(-80, 60)};
+    auto closed = square(60);
+    closed.push_back(closed.front());
+    return {
+        shapeCase(
+            "features_line_width", line(20),
+            {{100, 143, "a"}, {100, 157, "a"}, {243, 80, "a"}, {100, 136, ""}, {150, 60, ""}, {270, 60, ""}}),
+        shapeCase("features_thin_line", line(2), {{100, 150, "a"}, {250, 100, "a"}, {100, 146, ""}}),
+        shapeCase("features_area_inside", area(0, notched),
+                  {{200, 200, "a"}, {130, 120, "a"}, {270, 120, "a"}, {200, 120, ""}, {110, 150, ""}}),
+        shapeCase("features_area_with_closed_ring", area(0, closed),
+                  {{200, 150, "a"}, {144, 94, "a"}, {134, 150, ""}, {200, 216, ""}}),
+        shapeCase("features_area_outline", area(20, square(60)),
+                  {{133, 150, "a"}, {200, 217, "a"}, {124, 150, ""}, {200, 226, ""}}),
+        shapeCase("features_circle",
+                  []() -> std::shared_ptr<PgmShape> {
+                      return PgmCircle::create({0, 0}, 80 * step * 6378137 * 3.14159265358979323846 / 180);
+                  },
+                  {{200, 150, "a"}, {274, 150, "a"}, {148, 202, "a"}, {286, 150, ""}, {262, 212, ""}}),
+    };
+}
+
+SharedCase rectangleCase() {
+    return {"features_rectangle_meets_area_and_line",
+            {[](SharedScene& scene) {
+                 scene.add(PgmPolygon::create(square(40)), "area");
+                 scene.add(PgmPolyline::create({beside(-190, 100), beside(190, 100)}), "line");
+             },
+             [](SharedScene& scene) {
+                 scene.expectEqual(scene.hitsIn({{100, 60}, {200, 200}}), "area", "around the area");
+                 scene.expectEqual(scene.hitsIn({{180, 140}, {20, 20}}), "area", "inside the area");
+                 scene.expectEqual(scene.hitsIn({{150, 145}, {100, 4}}), "area", "across the area");
+                 scene.expectEqual(scene.hitsIn({{100, 40}, {200, 20}}), "line", "across the line");
+                 scene.expectEqual(scene.hitsIn({{0, 0}, {400, 300}}), "line area", "everything");
+             }}};
+}
+
+SharedCase visibilityCase() {
+    const auto shape = std::make_shared<std::shared_ptr<PgmMarker>>();
+    const auto expectFound = [](std::string_view found, std::string_view when) {
+        return [=](SharedScene& scene) { expectHits(scene, {{200, 120, found}}, when); };
+    };
+    const auto setVisible = [shape](bool visible) {
+        return [=](SharedScene&) { (*shape)->setIsVisible(visible); };
+    };
+    return {"features_hidden_and_shown",
+            {[=](SharedScene& scene) {
+                 *shape = marker();
+                 scene.add(*shape, "a");
+             },
+             [=](SharedScene& scene) {
+                 setVisible(false)(scene);
+                 expectFound("a", "before the next frame")(scene);
+             },
+             expectFound("", "hidden"), setVisible(true), expectFound("a", "shown again")}};
+}
+
+SharedCase zoomRangeCase() {
+    std::vector<Step> steps{[](SharedScene& scene) {
+        const auto made = marker();
+        made->setVisibleMinZoom(5);
+        made->setVisibleMaxZoom(10);
+        scene.add(made, "a");
+    }};
+    struct Row {
+        double zoom;
+        std::string_view found;
+    };
+    for (const Row& row : {Row{10, "a"}, Row{10.01, ""}, Row{4.99, ""}, Row{5, "a"}, Row{7.5, "a"}}) {
+        steps.push_back(look(row.zoom));
+        steps.push_back([row](SharedScene& scene) {
+            expectHits(scene, {{200, 120, row.found}}, "zoom " + std::to_string(row.zoom));
+        });
+    }
+    return {"features_zoom_range", steps};
+}
+
+SharedCase stackingCase() {
+    const auto shapes = std::make_shared<std::vector<std::shared_ptr<PgmShape>>>();
+    const auto expectOrder = [](std::string_view order, std::string_view when) {
+        return [=](SharedScene& scene) { expectHits(scene, {{200, 140, order}}, when); };
+    };
+    return {"features_topmost_first",
+            {[=](SharedScene& scene) {
+                 *shapes = {marker(), marker(), PgmPolygon::create(square(50)),
+                            PgmPolyline::create({beside(-90, 10), beside(90, 10)})};
+                 scene.add((*shapes)[3], "line");
+                 scene.add((*shapes)[0], "first");
+                 scene.add((*shapes)[2], "area");
+                 scene.add((*shapes)[1], "second");
+             },
+             [=](SharedScene& scene) {
+                 expectOrder("second first line area", "by kind and age")(scene);
+                 (*shapes)[0]->setZIndex(1);
+                 (*shapes)[2]->setZIndex(7);
+             },
+             [=](SharedScene& scene) {
+                 expectOrder("first second area line", "by zIndex")(scene);
+                 (*shapes)[1]->setGlobalZIndex(-2000);
+                 (*shapes)[3]->setGlobalZIndex(5000);
+             },
+             expectOrder("line first area second", "by globalZIndex")}};
+}
+
+SharedCase changeCase() {
+    const auto shape = std::make_shared<std::shared_ptr<PgmMarker>>();
+    return {"features_moved_changed_and_removed",
+            {[=](SharedScene& scene) {
+                 *shape = marker();
+                 scene.add(*shape, "a");
+             },
+             [=](SharedScene&) { (*shape)->setPosition(beside(100, 0)); },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{200, 120, ""}, {300, 120, "a"}, {330, 120, ""}}, "moved");
+                 (*shape)->setIconImage(picture(80, 20));
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{334, 140, "a"}, {300, 120, ""}}, "another picture");
+                 (*shape)->setMapView(nullptr);
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{300, 140, ""}}, "removed");
+                 (*shape)->setMapView(scene.map());
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{300, 140, "a"}}, "put back");
+             }}};
+}
+
+SharedCase styleReloadCase() {
+    return {"features_stay_when_the_style_is_loaded_again",
+            {[](SharedScene& scene) {
+                 scene.loadStyle();
+                 scene.add(PgmPolygon::create(square(50)), "area");
+                 scene.add(marker(beside(0, 10)), "marker");
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{200, 130, "marker area"}}, "added while a style loads");
+                 scene.loadStyle();
+                 scene.loadStyle();
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{200, 130, "marker area"}, {200, 180, "area"}}, "loaded again");
+             }}};
+}
+
+SharedCase layersCase() {
+    const auto shapes = std::make_shared<std::vector<std::shared_ptr<PgmShape>>>();
+    return {"features_of_named_layers_with_geometry_and_attributes",
+            {[=](SharedScene& scene) {
+                 *shapes = {marker(), marker()};
+                 scene.add((*shapes)[0], "a");
+                 scene.add((*shapes)[1], "b");
+             },
+             [=](SharedScene& scene) {
+                 const std::vector<std::string> layers{"no such layer", (*shapes)[0]->identifier()};
+                 const auto found = scene.engine().visibleFeaturesInRect({{195, 115}, {10, 10}}, layers);
+                 scene.expect(found.size() == 1, "the one layer that is there");
+                 for (const auto& feature : found) {
+                     const auto* name = feature->attribute("identifier");
+                     scene.expect(name != nullptr && *name == MLNAttributeValue((*shapes)[0]->identifier()),
+                                  "its attribute");
+                     scene.expect(feature->kind() == MLNShapeKind::point, "its geometry");
+                 }
+             }}};
+}
+
+SharedCase antimeridianCase() {
+    return {"features_across_the_antimeridian",
+            {[](SharedScene& scene) {
+                 scene.look({0, -180 + 20 * step}, 10);
+                 scene.add(marker({0, 180 - 40 * step}), "marker");
+                 scene.add(
+                     PgmPolyline::create({{-50 * step, 180 - 150 * step}, {-50 * step, 180 - 10 * step}}),
+                     "line");
+             },
+             [](SharedScene& scene) {
+                 expectHits(scene, {{140, 120, "marker"}, {100, 200, "line"}, {190, 200, ""}}, "in the west");
+             }}};
+}
+
+}  // namespace
+
+std::vector<SharedCase> featureCases() {
+    std::vector<SharedCase> cases{turnedMapCase(), tiltedMapCase(),   rectangleCase(), visibilityCase(),
+                                  zoomRangeCase(), stackingCase(),    changeCase(),    styleReloadCase(),
+                                  layersCase(),    antimeridianCase()};
+    for (auto more : {markerCases(), lineAndAreaCases()}) {
+        cases.insert(cases.end(), more.begin(), more.end());
+    }
+    return cases;
+}
+
+}  // namespace pelta::shared

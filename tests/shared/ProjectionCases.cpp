@@ -1,0 +1,137 @@
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+
+#include "SharedCases.h"
+
+namespace pelta::shared {
+
+namespace {
+
+constexpr double eyeDistance = 1.5 * SharedScene::size.height;
+/// Half way between the equator and the edge of the Mercator square.
+constexpr double quarterLatitude = 66.51326044311186;
+/// Longitude degrees a point at zoom 10; near the equator latitude degrees too, within what is checked.
+constexpr double degreesPerPoint = 360.0 / (512 * 1024);
+
+CGPoint project(const SharedScene& scene, CLLocationCoordinate2D coordinate) {
+    return scene.map()->projection()->point(coordinate);
+}
+
+void projectsMercator(SharedScene& scene) {
+    scene.look({0, 0}, 2);
+    struct Row {
+        CLLocationCoordinate2D coordinate;
+        CGPoint point;
+    };
+    for (const Row& row :
+         {Row{{0, 0}, {200, 150}}, Row{{0, 90}, {712, 150}}, Row{{0, -45}, {-56, 150}},
+          Row{{quarterLatitude, 0}, {200, -362}}, Row{{-quarterLatitude, 180}, {1224, 662}},
+          Row{{85.0511287798066, -180}, {-824, -874}}, Row{{0, 370}, {200 + 2048 * 370.0 / 360, 150}}}) {
+        scene.expectNear(project(scene, row.coordinate), row.point, 1e-6, "at zoom 2");
+    }
+}
+
+void turnsWithBearing(SharedScene& scene) {
+    struct Row {
+        double bearing;
+        CGPoint eastIsAt;
+    };
+    const double slant = 50 * std::sqrt(2.0);
+    for (const Row& row : {Row{0, {300, 150}}, Row{90, {200, 50}}, Row{180, {100, 150}}, Row{270, {200, 250}},
+                           Row{45, {200 + slant, 150 - slant}}}) {
+        scene.look({0, 0}, 10, 0, row.bearing);
+        scene.expectNear(project(scene, {0, 100 * degreesPerPoint}), row.eastIsAt, 1e-6, "100 points east");
+    }
+}
+
+void foreshortensWithTilt(SharedScene& scene) {
+    for (const double degrees : {20.0, 45.0, 60.0}) {
+        scene.look({0, 0}, 10, degrees);
+        const double tilt = degrees * 3.14159265358979323846 / 180;
+        for (const double north : {-120.0, 80.0, 400.0}) {
+            const double scale = eyeDistance / (eyeDistance + north * std::sin(tilt));
+            const CGPoint wanted{200 + 90 * scale, 150 - north * std::cos(tilt) * scale};
+            scene.expectNear(project(scene, {north * degreesPerPoint, 90 * degreesPerPoint}), wanted, 1e-3,
+                             "90 points east");
+        }
+    }
+}
+
+void movesWithInsetOnly(SharedScene& scene) {
+    scene.look({37.5, 127}, 9, 50, 200);
+    const std::initializer_list<CLLocationCoordinate2D> coordinates{
+        {37.5, 127}, {37.6, 127.2}, {37.2, 126.9}};
+    std::vector<CGPoint> before;
+    for (const auto coordinate : coordinates) {
+        before.push_back(project(scene, coordinate));
+    }
+    scene.map()->setContentInset({60, 0, 10, 80});
+    auto point = before.begin();
+    for (const auto coordinate : coordinates) {
+        scene.expectNear(project(scene, coordinate), {point->x - 40, point->y + 25}, 1e-6, "under the inset");
+        ++point;
+    }
+}
+
+void invertsItself(SharedScene& scene) {
+    struct Row {
+        CLLocationCoordinate2D target;
+        double zoom, tilt, bearing;
+        UIEdgeInsets inset;
+    };
+    for (const Row& row :
+         {Row{{0, 0}, 2, 0, 0, {}}, Row{{37.5, 127}, 11, 60, 30, {}}, Row{{-70, -120}, 18, 35, 211, {}},
+          Row{{51.5, 179.9}, 6, 45, 300, {50, 10, 0, 90}}}) {
+        scene.map()->setContentInset(row.inset);
+        scene.look(row.target, row.zoom, row.tilt, row.bearing);
+        for (const CGPoint point : {CGPoint{0, 0}, {400, 0}, {133, 77}, {399, 299}, {0, 300}}) {
+            scene.expectNear(project(scene, scene.at(point.x, point.y)), point, 1e-4, "there and back");
+        }
+    }
+}
+
+void boundsRectangles(SharedScene& scene) {
+    const auto projection = scene.map()->projection();
+    const CGRect rect{{50, 60}, {200, 100}};
+    const auto bounds = projection->latlngBounds(rect);
+    const CGRect back = projection->viewBounds(*bounds);
+    scene.expectNear(back.origin, rect.origin, 1e-4, "origin");
+    scene.expectNear(back.size.width, 200, 1e-4, "width");
+    scene.expectNear(back.size.height, 100, 1e-4, "height");
+    scene.look({0, 0}, 10, 0, 90);
+    const auto turned = projection->latlngBounds(rect);
+    scene.expectNear(turned->northEast().longitude, 90 * degreesPerPoint, 1e-9, "east is up");
+    scene.expectNear(turned->southWest().longitude, -10 * degreesPerPoint, 1e-9, "west is down");
+}
+
+void staysFinite(SharedScene& scene) {
+    scene.look({37.5, 127}, 12, 60, 10);
+    const auto isFinite = [](CGPoint point) { return std::isfinite(point.x) && std::isfinite(point.y); };
+    for (const CLLocationCoordinate2D coordinate :
+         {CLLocationCoordinate2D{90, 0}, {-90, 0}, {-37.5, -53}, {30, 125}, {0, 1e6}}) {
+        scene.expect(isFinite(project(scene, coordinate)), "a finite point");
+    }
+    for (const CGPoint point : {CGPoint{200, -2000}, {-1e6, 50}, {200, 1e6}}) {
+        const auto coordinate = scene.at(point.x, point.y);
+        scene.expect(std::isfinite(coordinate.longitude) && std::abs(coordinate.latitude) <= 90,
+                     "a place on the globe");
+    }
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    scene.expectNear(project(scene, {nan, 0}), {0, 0}, 0, "no coordinate");
+    scene.expectNear(scene.at(nan, 0), {37.5, 127}, 1e-9, "no point");
+}
+
+}  // namespace
+
+std::vector<SharedCase> projectionCases() {
+    return {{"projection_is_mercator", {projectsMercator}},
+            {"projection_turns_with_bearing", {turnsWithBearing}},
+            {"projection_foreshortens_with_tilt", {foreshortensWithTilt}},
+            {"projection_moves_with_inset_only", {movesWithInsetOnly}},
+            {"projection_inverts_itself", {invertsItself}},
+            {"projection_bounds_rectangles", {boundsRectangles}},
+            {"projection_stays_finite", {staysFinite}}};
+}
+
+}  // namespace pelta::shared
