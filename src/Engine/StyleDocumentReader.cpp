@@ -35,7 +35,6 @@ class PositionedByte {
         ++*this;
         return before;
     }
-    friend bool operator==(const PositionedByte& a, const PositionedByte& b) { return a.byte_ == b.byte_; }
     friend bool operator!=(const PositionedByte& a, const PositionedByte& b) { return a.byte_ != b.byte_; }
 
  private:
