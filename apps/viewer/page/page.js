@@ -1,0 +1,41 @@
+// What only the browser can do: files that are chosen or dropped, and clicks, handed to the program.
+import startProgram from './viewer.js';
+
+const element = (id) => document.getElementById(id);
+
+const program = startProgram({});
+
+async function openFiles(files) {
+    const { openDocument } = await program;
+    let isReplacing = true;
+    for (const file of files) {
+        openDocument(file.name, new Uint8Array(await file.arrayBuffer()), isReplacing);
+        isReplacing = false;
+    }
+}
+
+element('open').addEventListener('click', () => element('files').click());
+element('files').addEventListener('change', async ({ target }) => {
+    await openFiles([...target.files]);
+    target.value = ''; // So that the same file can be chosen again.
+});
+element('show-all').addEventListener('click', async () => (await program).showAll());
+element('banner-close').addEventListener('click', async () => (await program).hideBanner());
+
+const setDropping = (isDropping) => document.body.classList.toggle('dropping', isDropping);
+const carriesFiles = ({ dataTransfer }) => dataTransfer?.types.includes('Files');
+
+addEventListener('dragover', (event) => {
+    if (carriesFiles(event)) {
+        event.preventDefault();
+        setDropping(true);
+    }
+});
+addEventListener('dragleave', ({ relatedTarget }) => relatedTarget ?? setDropping(false));
+addEventListener('drop', (event) => {
+    if (carriesFiles(event)) {
+        event.preventDefault();
+        setDropping(false);
+        openFiles([...event.dataTransfer.files]);
+    }
+});
