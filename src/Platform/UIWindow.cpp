@@ -23,23 +23,22 @@ bool UIWindow::deliverTouch(const UITouch& touch) {
     if (found == touches_.end()) {
         return false;
     }
-    TouchInProgress progress = found->second;
+    const TouchInProgress progress = found->second;
     if (touch.phase == UITouchPhase::ended || touch.phase == UITouchPhase::cancelled) {
         touches_.erase(found);
     }
-    const bool isTaken = progress.isTaken;
-    deliver(touch, std::move(progress));
-    return isTaken;
+    deliver(touch, progress);
+    return progress.isTaken;
 }
 
 /// Ends a touch whose end was never delivered, before its identifier is used again.
 void UIWindow::cancelTouch(UITouch touch) {
     const auto found = touches_.find(touch.identifier);
     if (found != touches_.end()) {
-        TouchInProgress progress = std::move(found->second);
+        const TouchInProgress progress = std::move(found->second);
         touches_.erase(found);
         touch.phase = UITouchPhase::cancelled;
-        deliver(touch, std::move(progress));
+        deliver(touch, progress);
     }
 }
 
@@ -60,7 +59,7 @@ UIWindow::TouchInProgress UIWindow::beginTouch(const std::shared_ptr<UIView>& vi
     return progress;
 }
 
-void UIWindow::deliver(const UITouch& touch, TouchInProgress progress) {
+void UIWindow::deliver(const UITouch& touch, const TouchInProgress& progress) {
     if (const auto view = progress.view.lock()) {
         view->touchDidChange(touch);
     }

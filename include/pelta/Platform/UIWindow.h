@@ -33,7 +33,7 @@ class UIWindow : public UIView {
     };
     [[nodiscard]] static TouchInProgress beginTouch(const std::shared_ptr<UIView>& view);
     void cancelTouch(UITouch touch);
-    void deliver(const UITouch& touch, TouchInProgress progress);
+    void deliver(const UITouch& touch, const TouchInProgress& progress);
     void silenceBeyond(std::size_t level, const UITouch& touch, const std::vector<Listener>& listeners);
 
     std::map<int, TouchInProgress> touches_;
