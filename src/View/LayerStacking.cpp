@@ -65,16 +65,18 @@ void removeLayers(const PgmShape& shape) {
 void stackLayers(MLNStyle& style, const std::vector<const PgmShape*>& sortedShapes,
                  const std::optional<std::string>& firstSymbolLayer) {
     const auto symbolLayer = firstSymbolLayer ? style.layerWithIdentifier(*firstSymbolLayer) : nullptr;
-    auto aboveLabels = sortedShapes.begin();
+    std::size_t belowLabels = 0;
     if (symbolLayer) {
-        aboveLabels = std::find_if(sortedShapes.begin(), sortedShapes.end(),
-                                   [](const PgmShape* shape) { return shape->globalZIndex() >= 0; });
+        const auto aboveLabels =
+            std::find_if(sortedShapes.begin(), sortedShapes.end(),
+                         [](const PgmShape* shape) { return shape->globalZIndex() >= 0; });
+        belowLabels = static_cast<std::size_t>(aboveLabels - sortedShapes.begin());
     }
-    stackBelow(style, style.layers().end(), {aboveLabels, sortedShapes.end()});
-    if (aboveLabels != sortedShapes.begin()) {
+    const std::span shapes(sortedShapes);
+    stackBelow(style, style.layers().end(), shapes.subspan(belowLabels));
+    if (belowLabels > 0) {
         const auto& layers = style.layers();
-        stackBelow(style, std::find(layers.begin(), layers.end(), symbolLayer),
-                   {sortedShapes.begin(), aboveLabels});
+        stackBelow(style, std::find(layers.begin(), layers.end(), symbolLayer), shapes.first(belowLabels));
     }
 }
 
