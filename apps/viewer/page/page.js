@@ -1,9 +1,10 @@
 // What only the browser can do: files that are chosen or dropped, and clicks, handed to the program.
-import startProgram from './viewer.js';
+import { start } from './pelta.mjs';
+import viewer from './viewer.mjs';
 
 const element = (id) => document.getElementById(id);
 
-const program = startProgram({});
+const program = start(viewer);
 
 async function openFiles(files) {
     const { openDocument } = await program;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "data/Text.h"
+
 namespace pelta::viewer {
 
 namespace {
@@ -31,17 +33,6 @@ constexpr std::array<std::pair<std::string_view, std::uint32_t>, 17> namedColors
 
 char lowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-std::optional<std::uint32_t> hexDigit(char letter) {
-    letter = lowerCase(letter);
-    if (letter >= '0' && letter <= '9') {
-        return static_cast<std::uint32_t>(letter - '0');
-    }
-    if (letter >= 'a' && letter <= 'f') {
-        return static_cast<std::uint32_t>(letter - 'a' + 10);
-    }
-    return std::nullopt;
 }
 
 std::optional<std::uint32_t> hexColor(std::string_view digits) {

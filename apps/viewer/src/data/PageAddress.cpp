@@ -1,5 +1,6 @@
 #include "data/PageAddress.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -9,26 +10,11 @@ namespace pelta::viewer {
 
 namespace {
 
-std::optional<int> hexValue(char letter) {
-    constexpr std::string_view digits = "0123456789abcdef0123456789ABCDEF";
-    const auto place = digits.find(letter);
-    return place == std::string_view::npos ? std::nullopt : std::optional(static_cast<int>(place % 16));
-}
-
+/// Text of a query: as in other parts of an address, and "+" stands for a blank.
 std::string decoded(std::string_view text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isEscape = text[i] == '%' && i + 2 < text.size();
-        const auto high = isEscape ? hexValue(text[i + 1]) : std::nullopt;
-        const auto low = isEscape ? hexValue(text[i + 2]) : std::nullopt;
-        if (high && low) {
-            result += static_cast<char>(*high * 16 + *low);
-            i += 2;
-        } else {
-            result += text[i] == '+' ? ' ' : text[i];
-        }
-    }
-    return result;
+    std::string blanked(text);
+    std::replace(blanked.begin(), blanked.end(), '+', ' ');
+    return percentDecoded(blanked);
 }
 
 /// Takes the text up to the separator off the front.

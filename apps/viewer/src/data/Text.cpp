@@ -38,6 +38,25 @@ std::string numberText(double value) {
     return digits;
 }
 
+std::optional<std::uint32_t> hexDigit(char letter) {
+    constexpr std::string_view digits = "0123456789abcdef0123456789ABCDEF";
+    const auto place = digits.find(letter);
+    return place == std::string_view::npos ? std::nullopt
+                                           : std::optional(static_cast<std::uint32_t>(place % 16));
+}
+
+std::string percentDecoded(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isEscape = text[i] == '%' && i + 2 < text.size();
+        const auto high = isEscape ? hexDigit(text[i + 1]) : std::nullopt;
+        const auto low = isEscape ? hexDigit(text[i + 2]) : std::nullopt;
+        result += high && low ? static_cast<char>(*high * 16 + *low) : text[i];
+        i += high && low ? 2 : 0;
+    }
+    return result;
+}
+
 std::optional<double> parseNumber(std::string_view text) {
     if (text.empty() || text.find_first_not_of("+-.0123456789eE") != std::string_view::npos) {
         return std::nullopt;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +16,12 @@ namespace pelta::viewer {
 
 /// A number in as few digits as tell it apart at 6 figures.
 [[nodiscard]] std::string numberText(double value);
+
+/// The value of a hexadecimal digit in either case.
+[[nodiscard]] std::optional<std::uint32_t> hexDigit(char letter);
+
+/// The text with each "%" and two hexadecimal digits replaced by the byte that they name.
+[[nodiscard]] std::string percentDecoded(std::string_view text);
 
 /// Reads a finite decimal number that fills the whole text, such as "-12.5" or "1e3".
 [[nodiscard]] std::optional<double> parseNumber(std::string_view text);

@@ -8,6 +8,7 @@
 
 #include "data/GeoJsonReader.h"
 #include "data/LoadReport.h"
+#include "data/Text.h"
 #include "map/KoreaScene.h"
 
 namespace pelta::viewer {
@@ -33,7 +34,7 @@ std::string fileName(std::string_view address) {
     const std::string_view path = address.substr(0, address.find_first_of("?#"));
     const auto slash = path.find_last_of('/');
     const std::string_view name = slash == std::string_view::npos ? path : path.substr(slash + 1);
-    return std::string(name.empty() ? address : name);
+    return percentDecoded(name.empty() ? address : name);
 }
 
 }  // namespace
