@@ -1,11 +1,9 @@
-#include "MapTransform.h"
-
 #include <array>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <numbers>
 
-#include <gtest/gtest.h>
-
+#include "MapTransform.h"
 #include "shared/ProjectionSamples.h"
 
 namespace pelta {
