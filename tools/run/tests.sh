@@ -15,20 +15,20 @@ run_test() {
 test_native() {
     build_native debug
     say "==> Running the native tests"
-    in_root ctest --preset debug -j "$(nproc)"
+    in_root ctest --preset debug -j "$(nproc)" || fail "native tests failed"
 }
 
 test_sanitize() {
     build_native sanitize
     say "==> Running the native tests with sanitizers"
-    in_root ctest --preset sanitize -j "$(nproc)"
+    in_root ctest --preset sanitize -j "$(nproc)" || fail "native tests with sanitizers failed"
 }
 
 test_browser() {
     need_packages "${BROWSER_PACKAGES[@]}"
     build_web
     say "==> Running the browser tests"
-    in_root node --test tests/browser/*.test.mjs
+    in_root bash -c 'exec node --test tests/browser/*.test.mjs' || fail "browser tests failed"
 }
 
 run_bench() {
@@ -52,6 +52,9 @@ bench_native() {
 bench_browser() {
     need_packages "${BROWSER_PACKAGES[@]}"
     build_web
+    # The page is left out of the everyday build.
+    step "Configuring build/web with the page of the benchmark" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
+    build web
     say "==> Measuring markers in the browser"
-    in_root node bench/browser/run.mjs
+    in_root node bench/browser/run.mjs --site build/web/site
 }
