@@ -1,0 +1,131 @@
+#include "GlMap.h"
+
+#include <array>
+#include <cmath>
+#include <emscripten.h>
+
+#include <pelta/Platform/Log.h>
+
+using emscripten::val;
+
+// A call that the engine refuses must not take the frame's other calls with it.
+EM_JS(void, peltaRunCalls, (emscripten::EM_VAL handle, const char* text), {
+    const map = Emval.toValue(handle);
+    JSON.parse(UTF8ToString(text)).forEach(([ source, method, ... values ]) = > {
+        try {
+            (source == = null ? map : map.getSource(source))[method](... values);
+        } catch (error) {
+            console.error(error);
+        }
+    });
+});
+
+EM_JS(void, peltaProject, (emscripten::EM_VAL handle, double longitude, double latitude, double* result), {
+    const point = Emval.toValue(handle).project([ longitude, latitude ]);
+    HEAPF64.set([ point.x, point.y ], result >> 3);
+});
+
+EM_JS(void, peltaUnproject, (emscripten::EM_VAL handle, double x, double y, double* result), {
+    const place = Emval.toValue(handle).unproject([ x, y ]);
+    HEAPF64.set([ place.lng, place.lat ], result >> 3);
+});
+
+namespace pelta {
+
+namespace {
+
+double wrap(double value, double low, double range) {
+    const double offset = std::fmod(value - low, range);
+    return low + (offset < 0 ? offset + range : offset);
+}
+
+val position(CLLocationCoordinate2D coordinate) {
+    val pair = val::array();
+    pair.call<void>("push", coordinate.longitude, coordinate.latitude);
+    return pair;
+}
+
+val module() {
+    const val engine = val::module_property("maplibregl");
+    if (engine.isUndefined()) {
+        fatalError("The page must hand MapLibre GL JS to the application as its module's `maplibregl`.");
+    }
+    return engine;
+}
+
+}  // namespace
+
+GlMap::GlMap(const val& element, double screenScale, const val& constrain) : map_(val::undefined()) {
+    val options = val::object();
+    options.set("container", element);
+    options.set("style", emptyStyle());
+    options.set("transformConstrain", constrain);
+    options.set("pixelRatio", screenScale);
+    // The widest limits; narrower ones are the map view's, through `transformConstrain`.
+    options.set("minZoom", 0);
+    options.set("maxZoom", 24);
+    options.set("maxPitch", 85);
+    options.set("attributionControl", false);
+    options.set("trackResize", false);
+    options.set("bearingSnap", 0);
+    map_ = module()["Map"].new_(options);
+}
+
+void GlMap::on(const char* event, const val& listener) const {
+    map_.call<void>("on", std::string(event), listener);
+}
+
+bool GlMap::isMoving() const {
+    return map_.call<bool>("isMoving");
+}
+
+void GlMap::jumpTo(const CameraState& camera, UIEdgeInsets inset) const {
+    val padding = val::object();
+    padding.set("top", inset.top);
+    padding.set("left", inset.left);
+    padding.set("bottom", inset.bottom);
+    padding.set("right", inset.right);
+    val options = val::object();
+    options.set("center", position(camera.center));
+    options.set("zoom", camera.zoom);
+    options.set("pitch", camera.pitch);
+    options.set("bearing", camera.bearing);
+    options.set("padding", padding);
+    map_.call<void>("jumpTo", options);
+}
+
+CameraState GlMap::camera() const {
+    const val center = map_.call<val>("getCenter");
+    return {{center["lat"].as<double>(), wrap(center["lng"].as<double>(), -180, 360)},
+            map_.call<double>("getZoom"),
+            map_.call<double>("getPitch"),
+            wrap(map_.call<double>("getBearing"), 0, 360)};
+}
+
+CGPoint GlMap::project(CLLocationCoordinate2D coordinate) const {
+    std::array<double, 2> point{};
+    peltaProject(map_.as_handle(), coordinate.longitude, coordinate.latitude, point.data());
+    return {point[0], point[1]};
+}
+
+CLLocationCoordinate2D GlMap::unproject(CGPoint point) const {
+    std::array<double, 2> place{};
+    peltaUnproject(map_.as_handle(), point.x, point.y, place.data());
+    return {place[1], place[0]};
+}
+
+void GlMap::setStyle(const val& document) const {
+    val options = val::object();
+    options.set("diff", false);
+    map_.call<void>("setStyle", document, options);
+}
+
+void GlMap::run(const std::string& calls) const {
+    peltaRunCalls(map_.as_handle(), calls.c_str());
+}
+
+val GlMap::emptyStyle() {
+    return val::global("JSON").call<val>("parse", std::string(R"({"version":8,"sources":{},"layers":[]})"));
+}
+
+}  // namespace pelta

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <emscripten/val.h>
+#include <functional>
+#include <string>
+
+#include <pelta/Engine/MLNTypes.h>
+#include <pelta/Platform/UIGraphics.h>
+
+namespace pelta {
+
+/// The browser's map engine, MapLibre GL JS, as the renderer uses it: one of its maps.
+class GlMap {
+ public:
+    /// A map in an element of the page, over (0, 0), with an empty style.
+    ///
+    /// @param constrain  GL JS's `transformConstrain`: answers the nearest centre and zoom that are allowed.
+    GlMap(const emscripten::val& element, double screenScale, const emscripten::val& constrain);
+
+    [[nodiscard]] const emscripten::val& value() const noexcept { return map_; }
+    void on(const char* event, const emscripten::val& listener) const;
+    [[nodiscard]] bool isMoving() const;
+
+    void jumpTo(const CameraState& camera, UIEdgeInsets inset) const;
+    /// The camera as it is drawn, longitude and bearing in their ranges.
+    [[nodiscard]] CameraState camera() const;
+    [[nodiscard]] CGPoint project(CLLocationCoordinate2D coordinate) const;
+    [[nodiscard]] CLLocationCoordinate2D unproject(CGPoint point) const;
+
+    void setStyle(const emscripten::val& document) const;
+    /// Runs calls that a `StyleCompiler` has put together.
+    void run(const std::string& calls) const;
+
+    /// A style document without anything in it.
+    [[nodiscard]] static emscripten::val emptyStyle();
+
+ private:
+    emscripten::val map_;
+};
+
+}  // namespace pelta

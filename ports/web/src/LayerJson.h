@@ -1,0 +1,18 @@
+#pragma once
+
+#include <pelta/Engine/MLNStyleLayer.h>
+
+#include "JsonWriter.h"
+
+namespace pelta {
+
+/// Writes a layer as a style document would hold it, with the properties that have been set.
+void writeLayer(JsonWriter& json, const MLNStyleLayer& layer);
+
+/// Writes the calls that bring a layer of the map in line with its model, each as an array
+/// `[null, method, arguments…]`.
+///
+/// @param changes  the bits of `MLNStyleLayer::changes`.
+void writeLayerChanges(JsonWriter& json, const MLNStyleLayer& layer, std::uint32_t changes);
+
+}  // namespace pelta

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <vector>
+
+#include <pelta/Platform/PlatformPort.h>
+
+#include "JsFunction.h"
+#include "WebEnginePort.h"
+#include "WebLocationSource.h"
+
+namespace pelta {
+
+class UIWindow;
+class WebWindow;
+
+/// The web port: the page's clock, frames, canvas, network and sensors behind `PlatformPort`, and the windows
+/// that it shows. There is one, made on first use and never destroyed, as the page itself.
+class WebPort final : public PlatformPort {
+ public:
+    [[nodiscard]] static WebPort& shared();
+
+    [[nodiscard]] double now() const override;
+    void wakeMainQueueAt(double time) override;
+    void requestFrame() override;
+    [[nodiscard]] double screenScale() const override;
+    [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
+                                                     double scale) const override;
+    [[nodiscard]] std::unique_ptr<GraphicsContext> makeGraphicsContext(int pixelWidth, int pixelHeight,
+                                                                       double scale) const override;
+    [[nodiscard]] CGSize measureText(std::string_view text, const UIFont& font) const override;
+    void fetchText(const std::string& address, std::function<void(FetchResult)> completion) override;
+    [[nodiscard]] Bundle& applicationBundle() override;
+    [[nodiscard]] LocationSource& locationSource() override { return locationSource_; }
+
+    /// Opens a window that fills an element of the page.
+    [[nodiscard]] UIWindow& openWindow(const emscripten::val& element);
+    /// Shows what has changed in the view trees of the windows now; maps call it when they draw outside of
+    /// our own frames.
+    void present();
+
+ private:
+    WebPort();
+    void runFrame();
+    void wake();
+    void watchScreenScale();
+
+    WebEnginePort enginePort_;
+    WebLocationSource locationSource_;
+    std::vector<std::unique_ptr<WebWindow>> windows_;
+    std::multiset<double> wakeTimes_;  ///< One for each timer of the browser that is running.
+    std::unique_ptr<EventListener> scaleListener_;
+    unsigned long presentedRevision_ = 0;
+    bool isFrameRequested_ = false;
+    int animationFrame_ = 0;  ///< The browser's name for the next frame; 0 when none is to come.
+};
+
+}  // namespace pelta
