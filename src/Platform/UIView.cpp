@@ -142,7 +142,8 @@ UIWindow* UIView::window() {
 }
 
 void UIView::addSubview(const std::shared_ptr<UIView>& view) {
-    if (!view) {
+    const bool isInFront = !subviews_.empty() && subviews_.back() == view;
+    if (!view || isInFront) {
         return;
     }
     for (auto ancestor = shared_from_this(); ancestor; ancestor = ancestor->superview()) {

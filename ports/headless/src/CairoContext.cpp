@@ -137,9 +137,15 @@ void CairoContext::drawImage(const UIImage& image, CGRect rect) {
     if (!canDraw(rect)) {
         return;
     }
+    // Where two pieces share a pixel, their shares add up in a group of their own: no seam shows.
+    cairo_t* context = context_.get();
+    cairo_push_group(context);
+    cairo_set_operator(context, CAIRO_OPERATOR_ADD);
     for (const ImagePart& part : partsOfImage(image, rect)) {
         drawPart(image, part);
     }
+    cairo_pop_group_to_source(context);
+    cairo_paint_with_alpha(context, states_.back().alpha);
 }
 
 void CairoContext::drawPart(const UIImage& image, const ImagePart& part) {
@@ -154,7 +160,7 @@ void CairoContext::drawPart(const UIImage& image, const ImagePart& part) {
     cairo_pattern_t* pattern = cairo_get_source(context);
     cairo_pattern_set_matrix(pattern, &matrix);
     cairo_pattern_set_extend(pattern, part.isTiled ? CAIRO_EXTEND_REPEAT : CAIRO_EXTEND_PAD);
-    cairo_paint_with_alpha(context, states_.back().alpha);
+    cairo_paint(context);
     cairo_restore(context);
 }
 

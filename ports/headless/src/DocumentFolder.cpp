@@ -73,6 +73,10 @@ FetchResult failure(std::string_view address, std::string_view reason) {
     return {false, {}, "Cannot read \"" + std::string(address) + "\": " + std::string(reason)};
 }
 
+FetchResult problem(std::string reason) {
+    return {false, {}, std::move(reason)};
+}
+
 }  // namespace
 
 FetchResult DocumentFolder::read(const std::string& address) const {
@@ -98,7 +102,6 @@ FetchResult DocumentFolder::read(const std::string& address) const {
 }
 
 FetchResult readFile(const std::filesystem::path& file) {
-    const auto problem = [](std::string reason) { return FetchResult{false, {}, std::move(reason)}; };
     if (file.native().find('\0') != std::string::npos) {
         return problem("a file name cannot hold a zero byte.");
     }
@@ -106,6 +109,9 @@ FetchResult readFile(const std::filesystem::path& file) {
     const auto status = std::filesystem::status(file, error);
     if (status.type() == std::filesystem::file_type::not_found) {
         return problem("there is no such file; check the path and the resource folder.");
+    }
+    if (error) {
+        return problem("the file cannot be found (" + error.message() + "); check the path.");
     }
     if (std::filesystem::is_directory(status)) {
         return problem("it is a folder; name a document in it.");

@@ -18,9 +18,10 @@ namespace {
 
 constexpr double clockTolerance = 1e-9;  // Seconds; sums of steps miss their target by less.
 constexpr double tapDuration = 0.05;     // Seconds.
-/// Turns of the main queue at one moment, after which the clock moves on by a millisecond: work that queues
-/// itself again and again must not stop time.
+/// Turns of the main queue at one moment, after which the clock moves on a little: work that queues itself
+/// again and again must not stop time.
 constexpr int maximumTurnsAtOneMoment = 1000;
+constexpr double pauseAfterManyTurns = 0.001;  // Seconds.
 
 double secondsOrZero(double seconds) noexcept {
     return std::isfinite(seconds) ? std::max(seconds, 0.0) : 0;
@@ -105,7 +106,9 @@ class HeadlessPort::Implementation {
         if (next > end + clockTolerance) {
             return false;
         }
-        moveClockTo(next);
+        if (!moveClockTo(next, end)) {
+            return false;
+        }
         if (frame <= task) {
             runFrameNow();
         } else {
@@ -114,13 +117,20 @@ class HeadlessPort::Implementation {
         return true;
     }
 
-    void moveClockTo(double time) {
+    /// @return false when the clock has to move on beyond `end`, which is left to whoever advances it next.
+    bool moveClockTo(double time, double end) {
         const double before = platform.now();
         platform.setNow(time);
         turnsAtThisMoment_ = platform.now() > before ? 0 : turnsAtThisMoment_ + 1;
-        if (turnsAtThisMoment_ > maximumTurnsAtOneMoment) {
-            platform.setNow(before + 0.001);
+        if (turnsAtThisMoment_ <= maximumTurnsAtOneMoment) {
+            return true;
         }
+        turnsAtThisMoment_ = 0;
+        if (before + pauseAfterManyTurns > end) {
+            return false;
+        }
+        platform.setNow(before + pauseAfterManyTurns);
+        return true;
     }
 
     void runFrameNow() {

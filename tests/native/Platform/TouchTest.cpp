@@ -1,0 +1,167 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include <pelta/Platform/Make.h>
+#include <pelta/Platform/UIControls.h>
+#include <pelta/Platform/UIWindow.h>
+#include <pelta/headless/HeadlessPort.h>
+
+namespace pelta {
+namespace {
+
+using ::testing::ElementsAre;
+using enum UITouchPhase;
+
+struct TouchedView : UIView {
+    using UIView::UIView;
+    void touchDidChange(const UITouch& touch) override { phases.push_back(touch.phase); }
+    ViewContent content() const override {
+        return isSurface ? ViewContent(SurfaceContent{this}) : ViewContent{};
+    }
+    bool isSurface = false;
+    std::vector<UITouchPhase> phases;
+};
+
+class TouchTest : public ::testing::Test {
+ protected:
+    template <class View = TouchedView>
+    std::shared_ptr<View> addView(CGRect frame, const std::shared_ptr<UIView>& superview) {
+        auto view = make<View>(frame);
+        superview->addSubview(view);
+        return view;
+    }
+
+    bool touch(UITouchPhase phase, CGPoint location, int identifier = 0) {
+        return window_->deliverTouch({identifier, phase, location, port_.now()});
+    }
+
+    HeadlessPort port_;
+    std::shared_ptr<UIWindow> window_ = port_.makeWindow({200, 200});
+};
+
+TEST_F(TouchTest, ATouchStaysWithTheViewWhereItBegan) {
+    const auto surface = addView({{0, 0}, {200, 200}}, window_);
+    surface->isSurface = true;
+    const auto panel = addView({{0, 0}, {50, 50}}, surface);
+    EXPECT_TRUE(touch(began, {10, 10}));
+    EXPECT_FALSE(touch(began, {100, 100}, 1));  // The surface leaves it to the engine.
+    EXPECT_TRUE(touch(moved, {100, 100}));
+    EXPECT_FALSE(touch(ended, {10, 10}, 1));
+    EXPECT_TRUE(touch(ended, {300, 300}));
+    EXPECT_FALSE(touch(moved, {10, 10}));         // Over.
+    EXPECT_FALSE(touch(began, {300, 10}));        // Outside.
+    EXPECT_FALSE(touch(cancelled, {10, 10}, 7));  // Unknown.
+    EXPECT_THAT(panel->phases, ElementsAre(began, moved, ended));
+    EXPECT_THAT(surface->phases, ElementsAre(began, ended));
+}
+
+TEST_F(TouchTest, AnIdentifierUsedAgainEndsTheForgottenTouch) {
+    const auto view = addView({{0, 0}, {50, 50}}, window_);
+    touch(began, {10, 10});
+    touch(began, {20, 20});
+    EXPECT_THAT(view->phases, ElementsAre(began, cancelled, began));
+}
+
+TEST_F(TouchTest, ViewsMayGoAwayDuringATouch) {
+    std::weak_ptr<UIView> released;
+    auto view = addView<UIView>({{0, 0}, {50, 50}}, window_);
+    released = view;
+    int reports = 0;
+    view->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer& recognizer) {
+        ++reports;
+        recognizer.view()->removeFromSuperview();
+        view.reset();
+    }));
+    port_.tap(*window_, {10, 10});
+    EXPECT_EQ(reports, 1);
+    EXPECT_TRUE(released.expired());
+
+    released = addView({{0, 0}, {50, 50}}, window_);
+    touch(began, {10, 10});
+    released.lock()->removeFromSuperview();
+    EXPECT_TRUE(released.expired());
+    EXPECT_TRUE(touch(ended, {10, 10}));  // The engine has not seen it begin either.
+}
+
+UIImage dot(int side) {
+    const auto bytes = static_cast<std::size_t>(side) * static_cast<std::size_t>(side) * 4;
+    return *UIImage::fromPixels(side, side, 1, std::vector<std::uint8_t>(bytes, 255));
+}
+
+TEST_F(TouchTest, AButtonActsWhenATouchIsLiftedInside) {
+    const auto panel = addView({{0, 0}, {200, 200}}, window_);
+    const auto button = addView<UIButton>({{50, 50}, {20, 20}}, panel);
+    int actions = 0;
+    int tapsOnPanel = 0;
+    panel->addGestureRecognizer(
+        std::make_shared<UITapGestureRecognizer>([&](UIGestureRecognizer&) { ++tapsOnPanel; }));
+    button->setTouchUpInside([&actions] { ++actions; });
+
+    struct Case {
+        const char* name;
+        CGPoint moved;
+        UITouchPhase end;
+        UIControlState stateWhileMoved;
+        int actions;
+    };
+    for (const Case& c : {Case{"inside", {60, 60}, ended, UIControlState::highlighted, 1},
+                          Case{"within the slack", {31, 60}, ended, UIControlState::highlighted, 1},
+                          Case{"outside", {29, 60}, ended, UIControlState::normal, 0},
+                          Case{"cancelled", {60, 60}, cancelled, UIControlState::highlighted, 0}}) {
+        actions = 0;
+        touch(began, {55, 55});
+        touch(began, {56, 56}, 1);  // A second finger changes nothing.
+        EXPECT_EQ(button->state(), UIControlState::highlighted) << c.name;
+        touch(moved, c.moved);
+        EXPECT_EQ(button->state(), c.stateWhileMoved) << c.name;
+        touch(ended, {56, 56}, 1);
+        touch(c.end, c.moved);
+        EXPECT_EQ(button->state(), UIControlState::normal) << c.name;
+        EXPECT_EQ(actions, c.actions) << c.name;
+    }
+    button->setIsEnabled(false);
+    port_.tap(*window_, {60, 60});
+    button->sendTouchUpInside();
+    EXPECT_EQ(actions, 0);
+    EXPECT_EQ(tapsOnPanel, 0);
+}
+
+TEST_F(TouchTest, AButtonShowsThePictureOfItsState) {
+    const auto button = addView<UIButton>({{0, 0}, {20, 20}}, window_);
+    const auto shownSide = [&button] {
+        const auto content = button->content();
+        const auto* picture = std::get_if<PictureContent>(&content);
+        return picture == nullptr ? 0 : picture->image.pixelWidth();
+    };
+    EXPECT_EQ(shownSide(), 0);
+    button->setImage(dot(1), UIControlState::normal);
+    button->setImage(dot(2), UIControlState::highlighted);
+    EXPECT_EQ(shownSide(), 1);
+    touch(began, {5, 5});
+    EXPECT_EQ(shownSide(), 2);
+    button->setIsEnabled(false);
+    EXPECT_EQ(shownSide(), 1);  // No picture of its own.
+    button->setImage(dot(3), UIControlState::disabled);
+    EXPECT_EQ(shownSide(), 3);
+}
+
+TEST_F(TouchTest, TheInnerRecognizerSilencesTheOuterOnes) {
+    std::vector<std::string> taps;
+    const auto addTap = [&taps](UIView& view, const std::string& name) {
+        view.addGestureRecognizer(std::make_shared<UITapGestureRecognizer>(
+            [&taps, name](UIGestureRecognizer&) { taps.push_back(name); }));
+    };
+    const auto map = addView({{0, 0}, {200, 200}}, window_);
+    const auto compass = addView({{0, 0}, {40, 40}}, map);
+    addTap(*map, "map");
+    addTap(*compass, "compass");
+    port_.tap(*window_, {10, 10});
+    EXPECT_THAT(taps, ElementsAre("compass"));
+    port_.tap(*window_, {100, 100});
+    EXPECT_THAT(taps, ElementsAre("compass", "map"));
+}
+
+}  // namespace
+}  // namespace pelta
