@@ -28,7 +28,7 @@ test_browser() {
     need_packages "${BROWSER_PACKAGES[@]}"
     build_web
     say "==> Running the browser tests"
-    in_root bash -c 'exec node --test tests/browser/*.test.mjs' || fail "browser tests failed"
+    in_root node --test "$root"/tests/browser/*.test.mjs || fail "browser tests failed"
 }
 
 run_bench() {
@@ -49,10 +49,10 @@ bench_native() {
     in_root build/release/bench/pelta_bench
 }
 
+# The page of the benchmark is left out of the everyday build.
 bench_browser() {
-    need_packages "${BROWSER_PACKAGES[@]}"
-    build_web
-    # The page is left out of the everyday build.
+    need_packages "${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}"
+    need_node_modules
     step "Configuring build/web with the page of the benchmark" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
     build web
     say "==> Measuring markers in the browser"
