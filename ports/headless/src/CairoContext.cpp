@@ -5,6 +5,7 @@
 #include <numbers>
 
 #include "PixelFormat.h"
+#include "TextSetter.h"
 
 namespace pelta::headless {
 
@@ -65,10 +66,8 @@ cairo_matrix_t matrixOf(const UIImage& image, const ImagePart& part) {
 
 }  // namespace
 
-CairoContext::CairoContext(int pixelWidth, int pixelHeight, double scale,
-                           std::shared_ptr<const TextSetter> textSetter)
+CairoContext::CairoContext(int pixelWidth, int pixelHeight, double scale)
     : scale_(scale),
-      textSetter_(std::move(textSetter)),
       surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pixelWidth, pixelHeight)),
       context_(cairo_create(surface_.get())) {
     cairo_scale(context_.get(), scale, scale);
@@ -167,7 +166,7 @@ void CairoContext::drawPart(const UIImage& image, const ImagePart& part) {
 void CairoContext::drawText(std::string_view text, CGRect rect, const NSTextAttributes& attributes) {
     const bool isPlaced = std::isfinite(rect.origin.x) && std::isfinite(rect.origin.y) &&
                           std::isfinite(rect.size.width) && !states_.back().drawsNothing;
-    const LayoutPointer layout = isPlaced ? textSetter_->layoutOf(text, attributes.font) : nullptr;
+    const LayoutPointer layout = isPlaced ? TextSetter::shared().layoutOf(text, attributes.font) : nullptr;
     if (!layout) {
         return;
     }

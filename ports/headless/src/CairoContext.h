@@ -7,14 +7,12 @@
 #include <pelta/Platform/ImageParts.h>
 #include <pelta/Platform/UIGraphics.h>
 
-#include "TextSetter.h"
-
 namespace pelta::headless {
 
 /// A bitmap drawn with Cairo, its text with Pango.
 class CairoContext final : public GraphicsContext {
  public:
-    CairoContext(int pixelWidth, int pixelHeight, double scale, std::shared_ptr<const TextSetter> textSetter);
+    CairoContext(int pixelWidth, int pixelHeight, double scale);
 
     void fillRect(CGRect rect, UIColor color) override;
     void fillRoundedRect(CGRect rect, CGFloat radius, UIColor color) override;
@@ -46,7 +44,6 @@ class CairoContext final : public GraphicsContext {
     void drawPart(const UIImage& image, const ImagePart& part);
 
     double scale_;
-    std::shared_ptr<const TextSetter> textSetter_;
     std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface_;
     std::unique_ptr<cairo_t, ContextDeleter> context_;
     std::vector<State> states_{State{}};

@@ -7,6 +7,7 @@
 
 #include "CairoContext.h"
 #include "PngDecoder.h"
+#include "TextSetter.h"
 
 namespace pelta::headless {
 
@@ -41,11 +42,11 @@ std::optional<UIImage> HeadlessPlatform::decodeImage(std::span<const std::uint8_
 std::unique_ptr<GraphicsContext> HeadlessPlatform::makeGraphicsContext(int pixelWidth, int pixelHeight,
                                                                        double scale) const {
     return std::make_unique<CairoContext>(std::clamp(pixelWidth, 1, maximumSide),
-                                          std::clamp(pixelHeight, 1, maximumSide), scale, textSetter_);
+                                          std::clamp(pixelHeight, 1, maximumSide), scale);
 }
 
 CGSize HeadlessPlatform::measureText(std::string_view text, const UIFont& font) const {
-    return textSetter_->measure(text, font);
+    return TextSetter::shared().measure(text, font);
 }
 
 void HeadlessPlatform::fetchText(const std::string& address, std::function<void(FetchResult)> completion) {

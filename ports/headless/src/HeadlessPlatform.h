@@ -8,7 +8,6 @@
 #include "DocumentFolder.h"
 #include "FolderBundle.h"
 #include "ReportedLocations.h"
-#include "TextSetter.h"
 
 namespace pelta::headless {
 
@@ -44,7 +43,6 @@ class HeadlessPlatform final : public PlatformPort {
     std::atomic<double> now_{0};
     double frameTime_ = 0;
     double screenScale_ = 1;
-    std::shared_ptr<const TextSetter> textSetter_ = std::make_shared<TextSetter>();
     DocumentFolder documents_;
     FolderBundle bundle_{documents_};
     ReportedLocations locations_;

@@ -1,5 +1,6 @@
 #include "TextSetter.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace pelta::headless {
@@ -23,6 +24,11 @@ struct TextDeleter {
 };
 
 }  // namespace
+
+const TextSetter& TextSetter::shared() {
+    static const TextSetter setter;
+    return setter;
+}
 
 TextSetter::TextSetter()
     : fontMap_(pango_cairo_font_map_new()), context_(pango_font_map_create_context(fontMap_.get())) {

@@ -19,7 +19,8 @@ using LayoutPointer = std::unique_ptr<PangoLayout, ObjectDeleter>;
 /// text has the same extent at every scale.
 class TextSetter {
  public:
-    TextSetter();
+    /// The one of the process, made at its first use: looking up the system's fonts takes a while.
+    [[nodiscard]] static const TextSetter& shared();
 
     /// A line ready to be drawn; null when the font has no usable size.
     [[nodiscard]] LayoutPointer layoutOf(std::string_view text, const UIFont& font) const;
@@ -27,6 +28,8 @@ class TextSetter {
     [[nodiscard]] CGSize measure(std::string_view text, const UIFont& font) const;
 
  private:
+    TextSetter();
+
     std::unique_ptr<PangoFontMap, ObjectDeleter> fontMap_;
     std::unique_ptr<PangoContext, ObjectDeleter> context_;
 };
