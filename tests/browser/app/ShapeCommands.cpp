@@ -1,0 +1,154 @@
+#include <cstdint>
+#include <emscripten/bind.h>
+#include <string>
+#include <vector>
+
+#include "Stage.h"
+
+// The shapes that the tests put on the maps, described by plain objects.
+
+using emscripten::val;
+
+namespace pelta::browser {
+
+namespace {
+
+double number(const val& object, const char* name, double missing) {
+    const val value = object[name];
+    return value.isUndefined() ? missing : value.as<double>();
+}
+
+CLLocationCoordinate2D coordinate(const val& pair) {
+    return {pair[0].as<double>(), pair[1].as<double>()};
+}
+
+std::vector<CLLocationCoordinate2D> coordinates(const val& list) {
+    std::vector<CLLocationCoordinate2D> result;
+    for (const val& pair : emscripten::vecFromJSArray<val>(list)) {
+        result.push_back(coordinate(pair));
+    }
+    return result;
+}
+
+/// [red, green, blue, alpha], 0 to 255 but for alpha, 0 to 1.
+UIColor color(const val& list, UIColor missing) {
+    if (list.isUndefined()) {
+        return missing;
+    }
+    const auto parts = emscripten::convertJSArrayToNumberVector<double>(list);
+    return {parts[0] / 255, parts[1] / 255, parts[2] / 255, parts.size() > 3 ? parts[3] : 1};
+}
+
+void applyStacking(PgmShape& shape, const val& options) {
+    shape.setZIndex(static_cast<std::int64_t>(number(options, "zIndex", 0)));
+    shape.setGlobalZIndex(static_cast<std::int64_t>(
+        number(options, "globalZIndex", static_cast<double>(shape.globalZIndex()))));
+    shape.setVisibleMinZoom(number(options, "minZoom", shape.visibleMinZoom()));
+    shape.setVisibleMaxZoom(number(options, "maxZoom", shape.visibleMaxZoom()));
+}
+
+int show(const std::shared_ptr<PgmShape>& shape, const val& options) {
+    applyStacking(*shape, options);
+    shape->setMapView(Stage::shared().map(static_cast<int>(number(options, "map", 0))).view);
+    return Stage::shared().addShape(shape);
+}
+
+/// A picture of one colour with a spot of another, 3 points wide, around the anchor.
+std::shared_ptr<PgmImage> spotPicture(const val& options, CGPoint anchor) {
+    const int scale = static_cast<int>(number(options, "pictureScale", UIScreen::scale()));
+    const int width = static_cast<int>(number(options, "width", 24)) * scale;
+    const int height = static_cast<int>(number(options, "height", 24)) * scale;
+    const UIColor base = color(options["color"], UIColor{0, 0, 1, 1});
+    const UIColor spot = color(options["spot"], UIColor{1, 0, 0, 1});
+    std::vector<std::uint8_t> pixels;
+    const auto byte = [](double part) { return static_cast<std::uint8_t>(part * 255); };
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const bool isSpot = std::abs(x + 0.5 - anchor.x * width) <= 1.5 * scale &&
+                                std::abs(y + 0.5 - anchor.y * height) <= 1.5 * scale;
+            const UIColor& paint = isSpot ? spot : base;
+            pixels.insert(pixels.end(), {byte(paint.red), byte(paint.green), byte(paint.blue), 255});
+        }
+    }
+    return PgmImage::imageWith(*UIImage::fromPixels(width, height, scale, std::move(pixels)));
+}
+
+int addMarker(const val& options) {
+    const auto marker = PgmMarker::markerWithPosition(coordinate(options["at"]));
+    const CGPoint anchor = options["anchor"].isUndefined() ? CGPoint{0.5, 1}
+                                                           : CGPoint{options["anchor"][0].as<double>(),
+                                                                     options["anchor"][1].as<double>()};
+    marker->setAnchor(anchor);
+    marker->setAngle(number(options, "angle", 0));
+    marker->setIconScale(number(options, "iconScale", 1));
+    if (!options["width"].isUndefined()) {
+        marker->setIconImage(spotPicture(options, anchor));
+    }
+    if (!options["title"].isUndefined()) {
+        marker->setTitle(options["title"].as<std::string>());
+        marker->setTitleColor(color(options["titleColor"], UIColor::black()));
+        marker->setTitleHaloColor(color(options["titleHaloColor"], UIColor::white()));
+        marker->setTitleSize(number(options, "titleSize", 12));
+    }
+    return show(marker, options);
+}
+
+int addPolyline(const val& options) {
+    const auto line = PgmPolyline::create(coordinates(options["through"]));
+    line->setWidth(number(options, "width", 2.5));
+    line->setColor(color(options["color"], UIColor::black()));
+    if (!options["pattern"].isUndefined()) {
+        line->setPattern(emscripten::convertJSArrayToNumberVector<double>(options["pattern"]));
+    }
+    return show(line, options);
+}
+
+void applyArea(PgmAreaShape& area, const val& options) {
+    area.setFillColor(color(options["fill"], UIColor::white()));
+    area.setStrokeColor(color(options["stroke"], UIColor::black()));
+    area.setStrokeWidth(number(options, "strokeWidth", 0));
+}
+
+int addPolygon(const val& options) {
+    const auto polygon = PgmPolygon::create(coordinates(options["ring"]), UIColor::white());
+    applyArea(*polygon, options);
+    return show(polygon, options);
+}
+
+int addCircle(const val& options) {
+    const auto circle = PgmCircle::create(coordinate(options["at"]), number(options, "radius", 1000));
+    applyArea(*circle, options);
+    return show(circle, options);
+}
+
+void setZIndex(int shape, double zIndex) {
+    Stage::shared().shape(shape).setZIndex(static_cast<std::int64_t>(zIndex));
+}
+
+void setVisible(int shape, bool visible) {
+    Stage::shared().shape(shape).setIsVisible(visible);
+}
+
+void moveMarker(int shape, double latitude, double longitude) {
+    static_cast<PgmMarker&>(Stage::shared().shape(shape)).setPosition({latitude, longitude});
+}
+
+void removeShape(int shape) {
+    Stage::shared().shape(shape).setMapView(nullptr);
+}
+
+}  // namespace
+
+}  // namespace pelta::browser
+
+EMSCRIPTEN_BINDINGS(shape_commands) {
+    using namespace pelta::browser;
+    emscripten::function("addMarker", &addMarker);
+    emscripten::function("addPolyline", &addPolyline);
+    emscripten::function("addPolygon", &addPolygon);
+    emscripten::function("addCircle", &addCircle);
+    emscripten::function("setZIndex", &setZIndex);
+    emscripten::function("setVisible", &setVisible);
+    emscripten::function("moveMarker", &moveMarker);
+    emscripten::function("removeShape", &removeShape);
+}

@@ -1,0 +1,51 @@
+#include "Stage.h"
+
+#include <utility>
+
+namespace pelta::browser {
+
+Stage& Stage::shared() {
+    static Stage stage;
+    return stage;
+}
+
+int Stage::openMap(CGRect frame, const std::string& style) {
+    const auto view = PgmMapView::create(frame);
+    MLNMapView& engine = *view->mapView();
+    const auto recorder = std::make_shared<EngineRecorder>(engine.delegate());
+    engine.setDelegate(recorder);
+    if (style.rfind('{', 0) == 0) {
+        engine.setStyleJSON(style);
+    } else {
+        engine.setStyleURL(style);
+    }
+    window_->addSubview(view);
+    maps_.push_back({view, recorder});
+    return static_cast<int>(maps_.size()) - 1;
+}
+
+void Stage::closeMap(int index) {
+    Map& closed = map(index);
+    closed.view->removeFromSuperview();
+    closed = {};
+}
+
+void Stage::clear() {
+    for (const auto& shape : shapes_) {
+        shape->setMapView(nullptr);
+    }
+    shapes_.clear();
+    for (Map& map : maps_) {
+        if (map.view) {
+            map.view->removeFromSuperview();
+        }
+    }
+    maps_.clear();
+}
+
+int Stage::addShape(std::shared_ptr<PgmShape> shape) {
+    shapes_.push_back(std::move(shape));
+    return static_cast<int>(shapes_.size()) - 1;
+}
+
+}  // namespace pelta::browser
