@@ -17,7 +17,8 @@ namespace {
 
 using namespace pelta;
 
-constexpr auto emptyStyle = R"({"version":8,"name":"bench","sources":{},"layers":[
+constexpr auto emptyStyle = R"({"version":8,"name":"bench","sources":{"places":{
+    "type":"geojson","data":{"type":"FeatureCollection","features":[]}}},"layers":[
     {"id":"ground","type":"background"},{"id":"labels","type":"symbol","source":"places"}]})";
 
 struct Point {
