@@ -151,7 +151,8 @@ bool MapFeatureQuery::isSymbolAt(const MapSymbolProperties& layer, const MLNShap
 }
 
 bool MapFeatureQuery::isTextInReach(const MapSymbolText& text, CGPoint ground) const {
-    const double reach = text.reach() * largestSymbolMagnification;
+    const double reach =
+        text.reach() * symbolMagnification(transform_.relativeDistance(ground), text.isOnGround);
     if (text.isOnGround) {
         return groundBox_.isNear({ground.x, ground.y, ground.x, ground.y}, reach / transform_.worldSize());
     }

@@ -1,5 +1,7 @@
 #include "MapScene.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include <pelta/Engine/MLNFillStyleLayer.h>
@@ -49,6 +51,10 @@ std::optional<Properties> drawnProperties(const MLNStyleLayer& layer) {
 void MapScene::commit(const MLNStyle& style, const MLNStyleChanges& changes) {
     updateSources(changes);
     updateImages(style, changes);
+    if (const std::size_t count = style.layers().size(); count > layers_.capacity()) {
+        layers_.reserve(std::max(count, 2 * layers_.capacity()));
+        slots_.reserve(count);
+    }
     for (const auto& model : changes.changedLayers) {
         updateLayer(model);
     }

@@ -9,6 +9,7 @@ namespace pelta {
 
 namespace {
 
+constexpr double largestMagnification = 4;
 constexpr double defaultTextSize = 16;
 constexpr double defaultTextWidth = 10;
 
@@ -71,7 +72,7 @@ std::optional<MapSymbolText> symbolText(const MapSymbolProperties& layer, const 
 }
 
 double MapSymbolText::reach() const noexcept {
-    return 2 * MapText::upperBound(text, size) + (std::abs(offset.dx) + std::abs(offset.dy)) * size;
+    return MapText::upperBound(text, size) + (std::abs(offset.dx) + std::abs(offset.dy)) * size;
 }
 
 std::optional<MapSymbolBox> MapSymbolText::box(MapText& measure) const {
@@ -85,11 +86,13 @@ std::optional<MapSymbolBox> MapSymbolText::box(MapText& measure) const {
     return box;
 }
 
+double symbolMagnification(double relativeDistance, bool isOnGround) noexcept {
+    return std::min(0.5 + 0.5 * (isOnGround ? relativeDistance : 1 / relativeDistance), largestMagnification);
+}
+
 bool doesSymbolTouch(const MapSymbolBox& box, CGPoint ground, const MapQueryArea& area,
                      const MapTransform& transform) {
-    const double distance = transform.relativeDistance(ground);
-    const double perspective = 0.5 + 0.5 * (box.isOnGround ? distance : 1 / distance);
-    const double magnification = std::min(perspective, largestSymbolMagnification);
+    const double magnification = symbolMagnification(transform.relativeDistance(ground), box.isOnGround);
     const auto corners =
         turnedCorners(box.rect, box.rotation - (box.isTurnedWithMap ? transform.bearing() : 0));
     const CGPoint point = transform.pointForGround(ground);

@@ -18,9 +18,6 @@ struct MapSymbolBox {
     bool isTurnedWithMap = false;  ///< Keeps its direction on the map instead of that on the screen.
 };
 
-/// Perspective enlarges no symbol by more than this.
-inline constexpr double largestSymbolMagnification = 4;
-
 /// A rectangle of the screen with the ground that is seen in it.
 struct MapQueryArea {
     MapQuad screen;
@@ -50,8 +47,11 @@ struct MapSymbolText {
 [[nodiscard]] std::optional<MapSymbolText> symbolText(const MapSymbolProperties& layer,
                                                       const MLNShape& feature);
 
-/// True when the box of a symbol at a ground position covers a point of an area. Symbols on the screen shrink
-/// with half of the perspective, symbols on the ground grow against it by as much.
+/// Factor to the size of a symbol at a relative distance above 0: symbols on the screen shrink with half of
+/// the perspective, symbols on the ground grow against it by as much.
+[[nodiscard]] double symbolMagnification(double relativeDistance, bool isOnGround) noexcept;
+
+/// True when the box of a symbol at a ground position in front of the eye covers a point of an area.
 [[nodiscard]] bool doesSymbolTouch(const MapSymbolBox& box, CGPoint ground, const MapQueryArea& area,
                                    const MapTransform& transform);
 

@@ -1,6 +1,8 @@
 #include "MapText.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <string_view>
@@ -13,7 +15,9 @@ namespace pelta {
 namespace {
 
 constexpr double lineHeight = 1.2;
-constexpr double widestCharacter = 16;  ///< Ems; some ligatures are this wide.
+/// Ems that one byte of text takes at most; some ligatures of three bytes are wider than ten letters.
+constexpr double widestLatinByte = 1.5;
+constexpr double widestOtherByte = 4;
 constexpr std::size_t rememberedTexts = 65536;
 
 std::size_t characterLength(unsigned char first) {
@@ -94,7 +98,11 @@ CGSize measure(std::string_view text, double fontSize, double maximumWidth) {
 }  // namespace
 
 CGSize MapText::size(const std::string& text, double fontSize, double maximumWidth) {
-    const std::string key = text + '\0' + std::to_string(fontSize) + '\0' + std::to_string(maximumWidth);
+    std::string key = text;
+    for (const double number : {fontSize, maximumWidth}) {
+        const auto bytes = std::bit_cast<std::array<char, sizeof(double)>>(number);
+        key.append(bytes.data(), bytes.size());
+    }
     if (const auto known = sizes_.find(key); known != sizes_.end()) {
         return known->second;
     }
@@ -105,7 +113,12 @@ CGSize MapText::size(const std::string& text, double fontSize, double maximumWid
 }
 
 double MapText::upperBound(const std::string& text, double fontSize) noexcept {
-    return static_cast<double>(text.size()) * widestCharacter * fontSize;
+    double ems = lineHeight;
+    for (const char byte : text) {
+        const bool isLatin = byte != '\n' && static_cast<unsigned char>(byte) < 0x80;
+        ems += isLatin ? widestLatinByte : widestOtherByte;
+    }
+    return ems * fontSize;
 }
 
 }  // namespace pelta

@@ -147,6 +147,21 @@ TEST_F(HeadlessMapRendererTest, DrawsIconsWhileTheirImageIsSet) {
     EXPECT_THAT(namesBeside(0, 0), IsEmpty());
 }
 
+TEST_F(HeadlessMapRendererTest, DrawsFromTheMinimumZoomUpToTheMaximum) {
+    setFeatures({point("a")});
+    const auto layer = addIconLayer("icons", 20);
+    struct Row {
+        float minimum, maximum;
+        bool isDrawn;
+    };
+    for (const Row& row : {Row{10, 11, true}, Row{9, 10, false}, Row{10, 10, false}, Row{11, 9, false}}) {
+        layer->setMinimumZoomLevel(row.minimum);
+        layer->setMaximumZoomLevel(row.maximum);
+        commit();
+        EXPECT_EQ(!namesBeside(0, 0).empty(), row.isDrawn) << row.minimum << " to " << row.maximum;
+    }
+}
+
 TEST_F(HeadlessMapRendererTest, MeasuresAndBreaksTexts) {
     struct Row {
         std::string text;

@@ -1,10 +1,17 @@
 #include <gtest/gtest.h>
+#include <ostream>
 
 #include <pelta/headless/HeadlessPort.h>
 
 #include "shared/SharedCases.h"
 
 namespace pelta::shared {
+
+/// What a failing case is called in the report.
+void PrintTo(const SharedCase& shared, std::ostream* out) {
+    *out << shared.name;
+}
+
 namespace {
 
 class SharedCases : public testing::TestWithParam<SharedCase> {};
