@@ -35,6 +35,14 @@ void PgmShape::completeConstruction(std::string_view className) {
     globalZIndex_ = defaultGlobalZIndex();
 }
 
+void PgmShape::setIdentifier(std::string identifier) {
+    identifier_ = std::move(identifier);
+    for (const auto& layer : styleLayers_) {
+        layer->setPredicate(MLNPredicate::equal("identifier", identifier_));
+    }
+    updateFeature();
+}
+
 void PgmShape::setMapView(const std::shared_ptr<PgmMapView>& mapView) {
     const auto self = shared_from_this();
     const auto newView = mapView;

@@ -45,11 +45,10 @@ class PgmShape : public std::enable_shared_from_this<PgmShape> {
 
     /// Number of the shape, unique in the process, counted from 1.
     [[nodiscard]] std::uint64_t shapeIndex() const noexcept { return shapeIndex_; }
-    /// Class name, underscore and number at first, such as "PgmPolyline_1". Features and layers that exist
-    /// keep the name they were made with, so change it only before the shape is first put on a map, and to
-    /// one that nothing else on the map has.
+    /// Class name, underscore and number at first, such as "PgmPolyline_1"; ties the shape's layers to its
+    /// features, so nothing else on the map may have it. Layers that exist keep the name they were made with.
     [[nodiscard]] const std::string& identifier() const noexcept { return identifier_; }
-    void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
+    void setIdentifier(std::string identifier);
     /// Free for the application.
     [[nodiscard]] const UserInfo& userInfo() const noexcept { return userInfo_; }
     void setUserInfo(UserInfo userInfo) { userInfo_ = std::move(userInfo); }

@@ -1,0 +1,173 @@
+#include <cmath>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+using Coordinates = std::vector<CLLocationCoordinate2D>;
+
+class LineAndAreaTest : public MapFixture {
+ protected:
+    std::shared_ptr<PgmMapView> map = makeLoadedMap();
+};
+
+const Coordinates corners{{1, 2}, {3, 4}, {5, 6}};
+
+TEST_F(LineAndAreaTest, PolylineHasItsDefaultsAndForwards) {
+    const auto line = PgmPolyline::create(corners);
+    EXPECT_EQ(line->identifier(), "PgmPolyline_" + std::to_string(line->shapeIndex()));
+    EXPECT_EQ(line->globalZIndex(), -1000);
+    EXPECT_EQ(line->shapeImage(), nullptr);
+    EXPECT_EQ(line->pattern(), std::vector<double>{});
+
+    line->setMapView(map);
+    const auto& layer = *line->lineLayer();
+    EXPECT_EQ(layer.identifier(), line->identifier());
+    EXPECT_EQ(layer.predicate(), MLNPredicate::equal("identifier", line->identifier()));
+    EXPECT_EQ(layer.lineWidth()->constant(), 2.5);
+    EXPECT_EQ(layer.lineColor()->constant(), UIColor::black());
+    EXPECT_EQ(layer.lineCap()->constant(), "butt");
+    EXPECT_EQ(layer.lineJoin()->constant(), "miter");
+    EXPECT_TRUE(layer.lineDashPattern()->constant().empty());
+
+    line->setWidth(4);
+    line->setColor(UIColor::white());
+    line->setCapType(PgmLineCap::round);
+    line->setJoinType(PgmLineJoin::bevel);
+    line->setPattern({2, 1});
+    EXPECT_EQ(layer.lineWidth()->constant(), 4);
+    EXPECT_EQ(layer.lineColor()->constant(), UIColor::white());
+    EXPECT_EQ(layer.lineCap()->constant(), "round");
+    EXPECT_EQ(layer.lineJoin()->constant(), "bevel");
+    EXPECT_EQ(layer.lineDashPattern()->constant(), (std::vector<double>{2, 1}));
+    line->setPattern({});
+    EXPECT_TRUE(layer.lineDashPattern()->constant().empty());
+}
+
+TEST_F(LineAndAreaTest, PolylineFeatureFollowsItsCoordinates) {
+    const auto line = PgmPolyline::create(corners);
+    line->setMapView(map);
+    port.runFrame();
+    line->setCoords({{7, 8}});
+    EXPECT_TRUE(map->needUpdateShapes());
+    const auto feature = std::dynamic_pointer_cast<MLNPolylineFeature>(line->feature());
+    EXPECT_EQ(feature->coordinates(), (Coordinates{{7, 8}}));
+    EXPECT_EQ(*feature->attribute("shapeIndex"), MLNAttributeValue(line->shapeIndex()));
+    EXPECT_EQ(*feature->attribute("identifier"), MLNAttributeValue(line->identifier()));
+    EXPECT_TRUE(port.runUntilIdle());
+}
+
+TEST_F(LineAndAreaTest, FewerThanTwoCoordinatesStopTheProcess) {
+    const Coordinates one{{1, 1}};
+    const char* message = "coords count must be 2 or more";
+    EXPECT_DEATH((void)PgmPolyline::create(one), message);
+    EXPECT_DEATH((void)PgmPolyline::create({}), message);
+    EXPECT_DEATH((void)PgmPolygon::create(one), message);
+    EXPECT_EQ(PgmPolygon::create({{1, 1}, {2, 2}})->coords().size(), 2U);
+}
+
+/// The coordinates of both members of an area's feature, which must be the same.
+Coordinates ringOf(const PgmAreaShape& shape) {
+    const auto collection = std::dynamic_pointer_cast<MLNShapeCollectionFeature>(shape.feature());
+    EXPECT_EQ(collection->shapes().size(), 2U);
+    const auto area = std::dynamic_pointer_cast<MLNPolygonFeature>(collection->shapes()[0]);
+    const auto outline = std::dynamic_pointer_cast<MLNPolylineFeature>(collection->shapes()[1]);
+    EXPECT_EQ(*area->attribute("identifier"), MLNAttributeValue(shape.identifier()));
+    EXPECT_EQ(*outline->attribute("identifier"), MLNAttributeValue(shape.identifier() + "_line"));
+    EXPECT_EQ(*area->attribute("shapeIndex"), MLNAttributeValue(shape.shapeIndex()));
+    EXPECT_EQ(*outline->attribute("shapeIndex"), MLNAttributeValue(shape.shapeIndex()));
+    EXPECT_EQ(area->coordinates(), outline->coordinates());
+    return area->coordinates();
+}
+
+TEST_F(LineAndAreaTest, AreasAreFilledAndOutlinedByTheSameFeature) {
+    const UIColor fill{0, 1, 0, 0.5};
+    const std::pair<std::shared_ptr<PgmAreaShape>, UIColor> cases[] = {
+        {PgmPolygon::create(corners), UIColor::white()},
+        {PgmPolygon::create(corners, fill), fill},
+        {PgmCircle::create({37, 127}), UIColor::white()},
+        {PgmCircle::create({37, 127}, 50, fill), fill},
+    };
+    for (const auto& [area, color] : cases) {
+        SCOPED_TRACE(area->identifier());
+        EXPECT_EQ(area->globalZIndex(), -1000);
+        area->setMapView(map);
+        EXPECT_THAT(area->styleLayers(), testing::ElementsAre(area->fillLayer(), area->lineLayer()));
+        EXPECT_EQ(area->fillLayer()->identifier(), area->identifier());
+        EXPECT_EQ(area->lineLayer()->identifier(), area->identifier() + "_line");
+        EXPECT_EQ(area->fillLayer()->predicate(), MLNPredicate::equal("identifier", area->identifier()));
+        EXPECT_EQ(area->lineLayer()->predicate(), area->fillLayer()->predicate());
+        EXPECT_EQ(area->fillLayer()->fillColor()->constant(), color);
+        EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 0);
+        EXPECT_EQ(area->lineLayer()->lineColor()->constant(), UIColor::black());
+        EXPECT_EQ(area->lineLayer()->lineJoin()->constant(), "round");
+
+        area->setFillColor(UIColor::black());
+        area->setStrokeWidth(3);
+        area->setStrokeColor(fill);
+        EXPECT_EQ(area->fillLayer()->fillColor()->constant(), UIColor::black());
+        EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 3);
+        EXPECT_EQ(area->lineLayer()->lineColor()->constant(), fill);
+    }
+    EXPECT_EQ(ringOf(*cases[0].first), corners);
+    port.runFrame();
+    EXPECT_EQ(featuresOf(map).size(), 8U);
+}
+
+/// Metres between two coordinates on the sphere, by the haversine formula.
+double distance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
+    constexpr double radians = 3.14159265358979323846 / 180;
+    const double dLat = (b.latitude - a.latitude) * radians;
+    const double dLng = (b.longitude - a.longitude) * radians;
+    const double h = std::pow(std::sin(dLat / 2), 2) + std::cos(a.latitude * radians) *
+                                                           std::cos(b.latitude * radians) *
+                                                           std::pow(std::sin(dLng / 2), 2);
+    return 2 * 6378137 * std::asin(std::sqrt(h));
+}
+
+TEST_F(LineAndAreaTest, CircleIsARingAtItsRadius) {
+    const CLLocationCoordinate2D centers[] = {{37.5, 127}, {0, 0}, {-60, 179.9}};
+    for (const auto& center : centers) {
+        for (const double radius : {1.0, 1000.0, 500000.0}) {
+            SCOPED_TRACE(radius);
+            const auto ring = ringOf(*PgmCircle::create(center, radius));
+            ASSERT_EQ(ring.size(), 361U);
+            EXPECT_EQ(ring.front(), ring.back());
+            for (const auto& corner : ring) {
+                EXPECT_NEAR(distance(center, corner), radius, radius * 1e-6 + 1e-3);
+            }
+            EXPECT_GT(ring[0].latitude, center.latitude) << "starts in the north";
+            EXPECT_NEAR(ring[0].longitude, center.longitude, 1e-9);
+            EXPECT_GT(ring[90].longitude, center.longitude) << "and goes on in the east";
+        }
+    }
+    EXPECT_EQ(PgmCircle::coords({10, 20}, 5).size(), 360U);
+}
+
+TEST_F(LineAndAreaTest, CirclesOfEveryKindStayDrawable) {
+    for (const auto& corner : ringOf(*PgmCircle::create({1, 2}, 0))) {
+        EXPECT_NEAR(corner.latitude, 1, 1e-9);
+        EXPECT_NEAR(corner.longitude, 2, 1e-9);
+    }
+    for (const double latitude : {84.9, 90.0, -90.0}) {
+        for (const auto& corner : ringOf(*PgmCircle::create({latitude, 0}, 2e6))) {
+            EXPECT_LE(std::abs(corner.latitude), 85);
+            EXPECT_TRUE(std::isfinite(corner.longitude));
+        }
+    }
+    const auto circle = PgmCircle::create({1, 2});
+    circle->setMapView(map);
+    circle->setCenter(std::nullopt);
+    EXPECT_EQ(circle->feature(), nullptr);
+    port.runFrame();
+    EXPECT_TRUE(featuresOf(map).empty());
+    circle->setCenter(CLLocationCoordinate2D{3, 4});
+    circle->setRadius(NAN);
+    EXPECT_EQ(circle->feature(), nullptr);
+    circle->setRadius(10);
+    EXPECT_NEAR(ringOf(*circle)[0].latitude, 3, 1e-3);
+}
+
+}  // namespace
+}  // namespace pelta

@@ -1,0 +1,133 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+
+struct Placement {
+    const char* name;
+    int pixelWidth;
+    int pixelHeight;
+    double pictureScale;
+    double screenScale;
+    CGPoint anchor;
+    double angle;
+    double iconScale;
+    double titleSize;
+    double titleMargin;
+};
+
+class MarkerPlacementTest : public MapFixture {
+ protected:
+    std::shared_ptr<PgmMarker> place(const Placement& placement) {
+        port.setScreenScale(placement.screenScale);
+        const auto bytes = static_cast<std::size_t>(placement.pixelWidth * placement.pixelHeight) * 4;
+        const auto picture = UIImage::fromPixels(placement.pixelWidth, placement.pixelHeight,
+                                                 placement.pictureScale, std::vector<std::uint8_t>(bytes));
+        auto marker = PgmMarker::markerWithIconImage(PgmImage::imageWith(*picture));
+        marker->setAnchor(placement.anchor);
+        marker->setAngle(placement.angle);
+        marker->setIconScale(placement.iconScale);
+        marker->setTitleSize(placement.titleSize);
+        marker->setTitleMargin(placement.titleMargin);
+        marker->setMapView(map);
+        return marker;
+    }
+
+    std::shared_ptr<PgmMapView> map = makeLoadedMap();
+};
+
+/// Where the engine draws a point of the icon, given in points from the picture's middle: it shifts the
+/// picture by the offset, scales it, and turns it about the position.
+CGPoint drawnPoint(const MLNSymbolStyleLayer& layer, CGPoint fromMiddle) {
+    const double scale = layer.iconScale()->constant();
+    const double angle = layer.iconRotation()->constant() * 3.14159265358979323846 / 180;
+    const auto offset = layer.iconOffset()->constant();
+    const double x = (fromMiddle.x + offset.dx) * scale;
+    const double y = (fromMiddle.y + offset.dy) * scale;
+    return {x * std::cos(angle) - y * std::sin(angle), x * std::sin(angle) + y * std::cos(angle)};
+}
+
+TEST_F(MarkerPlacementTest, TipOnThePositionTitleBelowInfoWindowAbove) {
+    const Placement cases[] = {
+        {"pin", 60, 80, 2, 2, {0.5, 1}, 0, 1, 12, 0},
+        {"pin at one pixel a point", 31, 41, 1, 1, {0.5, 1}, 0, 1, 12, 3},
+        {"turned pin", 60, 80, 2, 2, {0.5, 1}, 30, 1, 12, 0},
+        {"pin upside down", 60, 80, 2, 3, {0.5, 1}, 180, 1.5, 9, 2.5},
+        {"middle", 64, 20, 2, 2, {0.5, 0.5}, 45, 1, 12, 0},
+        {"top left, turned left", 64, 20, 1, 2, {0, 0}, -75, 0.7, 16, 1},
+        {"outside of the picture", 33, 47, 3, 3, {1.5, -0.5}, 123.4, 2.2, 14, 10},
+        {"several turns", 33, 47, 1, 1.25, {0.2, 0.9}, 725, 1, 11, -2},
+    };
+    for (const auto& placement : cases) {
+        SCOPED_TRACE(placement.name);
+        const auto marker = place(placement);
+        const auto& layer = *marker->symbolLayer();
+        const double width = placement.pixelWidth / placement.pictureScale;
+        const double height = placement.pixelHeight / placement.pictureScale;
+
+        const auto tip =
+            drawnPoint(layer, {(placement.anchor.x - 0.5) * width, (placement.anchor.y - 0.5) * height});
+        EXPECT_NEAR(tip.x, 0, 1e-9);
+        EXPECT_NEAR(tip.y, 0, 1e-9);
+
+        double left = infinity;
+        double right = -infinity;
+        double top = infinity;
+        double bottom = -infinity;
+        for (const auto& corner :
+             {CGPoint{-width, -height}, {width, -height}, {width, height}, {-width, height}}) {
+            const auto drawn = drawnPoint(layer, {corner.x / 2, corner.y / 2});
+            left = std::min(left, drawn.x);
+            right = std::max(right, drawn.x);
+            top = std::min(top, drawn.y);
+            bottom = std::max(bottom, drawn.y);
+        }
+        const double pixel = 1 / placement.screenScale;
+        const auto offset = layer.textOffset()->constant();
+        const CGPoint title{offset.dx * placement.titleSize, offset.dy * placement.titleSize};
+        EXPECT_NEAR(title.x, (left + right) / 2, pixel / 2 + 1e-9);
+        EXPECT_NEAR(title.y, bottom + placement.titleMargin + 4 * pixel, pixel / 2 + 1e-9);
+        EXPECT_NEAR(title.y / pixel, std::round(title.y / pixel), 1e-6) << "a whole pixel";
+
+        const auto window = marker->mInfoWindowOffset();
+        EXPECT_NEAR(window.dx, (left + right) / 2, pixel / 2 + 1e-9);
+        EXPECT_NEAR(window.dy, top, pixel / 2 + 1e-9);
+    }
+}
+
+TEST_F(MarkerPlacementTest, ImpossibleNumbersGiveFiniteOffsets) {
+    const Placement cases[] = {
+        {"no icon size", 60, 80, 2, 2, {0.5, 1}, 30, 0, 12, 0},
+        {"negative icon size", 60, 80, 2, 2, {0.5, 1}, 30, -1, 12, 0},
+        {"no title size", 60, 80, 2, 2, {0.5, 1}, 0, 1, 0, 5},
+        {"negative title size", 60, 80, 2, 2, {0.5, 1}, 0, 1, -12, 5},
+        {"not a number", 60, 80, 2, 2, {nan, nan}, nan, nan, nan, nan},
+        {"infinite", 60, 80, 2, 2, {infinity, -infinity}, infinity, infinity, infinity, infinity},
+        {"huge", 60, 80, 2, 2, {1e308, 1e308}, 1e308, 1e308, 1e-308, 1e308},
+    };
+    for (const auto& placement : cases) {
+        SCOPED_TRACE(placement.name);
+        const auto marker = place(placement);
+        marker->setTitleMaxWidth(placement.titleMargin);
+        const auto& layer = *marker->symbolLayer();
+        const auto window = marker->mInfoWindowOffset();
+        for (const double value : {layer.iconOffset()->constant().dx, layer.iconOffset()->constant().dy,
+                                   layer.textOffset()->constant().dx, layer.textOffset()->constant().dy,
+                                   window.dx, window.dy, layer.maximumTextWidth()->constant()}) {
+            EXPECT_TRUE(std::isfinite(value)) << value;
+        }
+    }
+    const auto hidden = place(cases[0]);
+    EXPECT_EQ(hidden->mInfoWindowOffset(), CGVector{});
+    EXPECT_NEAR(hidden->symbolLayer()->textOffset()->constant().dy * 12, 2, 1e-9) << "4 pixels below";
+}
+
+}  // namespace
+}  // namespace pelta

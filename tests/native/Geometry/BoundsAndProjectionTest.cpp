@@ -1,0 +1,116 @@
+#include <cmath>
+#include <limits>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+TEST(LatLngBoundsTest, CornersAndCentre) {
+    const auto bounds = PgmLatLngBounds::bounds({1, 2}, {3, 4});
+    EXPECT_EQ(bounds->southEast(), (CLLocationCoordinate2D{1, 4}));
+    EXPECT_EQ(bounds->northWest(), (CLLocationCoordinate2D{3, 4})) << "the north-east corner, on purpose";
+    EXPECT_EQ(bounds->center(), (CLLocationCoordinate2D{2, 3}));
+    bounds->setSouthWest({-1, -2});
+    bounds->setNorthEast({5, 6});
+    EXPECT_EQ(bounds->center(), (CLLocationCoordinate2D{2, 2}));
+}
+
+TEST(LatLngBoundsTest, ContainsWhatLiesInsideOrOnAnEdge) {
+    struct Case {
+        CLLocationCoordinate2D coordinate;
+        bool isInside;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const Case cases[] = {{{2, 3}, true},      {{1, 2}, true},      {{3, 4}, true},    {{1, 4}, true},
+                          {{0.999, 3}, false}, {{3.001, 3}, false}, {{2, 1.9}, false}, {{2, 4.1}, false},
+                          {{nan, 3}, false},   {{2, nan}, false}};
+    const auto bounds = PgmLatLngBounds::create({1, 2}, {3, 4});
+    for (const auto& [coordinate, isInside] : cases) {
+        EXPECT_EQ(bounds->contains(coordinate), isInside)
+            << coordinate.latitude << ", " << coordinate.longitude;
+    }
+    EXPECT_TRUE(bounds->contains(*bounds));
+    EXPECT_TRUE(bounds->contains(*PgmLatLngBounds::create({2, 2}, {3, 3})));
+    EXPECT_FALSE(bounds->contains(*PgmLatLngBounds::create({2, 2}, {3, 5})));
+    EXPECT_FALSE(bounds->contains(*PgmLatLngBounds::create({0, 2}, {3, 3})));
+    EXPECT_FALSE(PgmLatLngBounds::create({0, 170}, {10, -170})->contains(CLLocationCoordinate2D{5, 180}));
+}
+
+TEST(LatLngBoundsTest, EnclosesCoordinates) {
+    const std::vector<CLLocationCoordinate2D> same{{10, 20}, {10, 20}};
+    const auto point = PgmLatLngBounds::bounds(same);
+    EXPECT_EQ(point->southWest(), same[0]);
+    EXPECT_EQ(point->northEast(), same[0]);
+    EXPECT_TRUE(point->contains(same[0]));
+
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const auto bounds = PgmLatLngBounds::bounds(
+        std::vector<CLLocationCoordinate2D>{{-80, 170}, {nan, 7}, {60, -175}, {61, -20}});
+    EXPECT_EQ(bounds->southWest(), (CLLocationCoordinate2D{-80, -175}));
+    EXPECT_EQ(bounds->northEast(), (CLLocationCoordinate2D{61, 170}));
+
+    const std::vector<CLLocationCoordinate2D> one{{1, 1}};
+    EXPECT_DEATH((void)PgmLatLngBounds::bounds(one), R"(coords count must be 2 or more.*PgmLatLngBounds:39)");
+}
+
+TEST(MapProjectionTest, MapsTheWorldToASquare) {
+    struct Case {
+        CLLocationCoordinate2D coordinate;
+        CGPoint point;
+    };
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    // Middle rows by y = (1 - asinh(tan latitude) / pi) / 2.
+    const auto row = [](double latitude) {
+        return 128 *
+               (1 - std::asinh(std::tan(latitude * 3.14159265358979323846 / 180)) / 3.14159265358979323846);
+    };
+    const Case cases[] = {
+        {{0, 0}, {128, 128}},          {{0, -180}, {0, 128}},        {{37.5, 126}, {217.6, row(37.5)}},
+        {{-60, 180}, {256, row(-60)}}, {{85.05112878, 0}, {128, 0}}, {{89, 0}, {128, 0}},
+        {{-89, 0}, {128, 256}},        {{nan, 0}, {128, 0}}};
+    for (const auto& [coordinate, point] : cases) {
+        SCOPED_TRACE(coordinate.latitude);
+        const auto projected = MapProjection::project(coordinate, 256);
+        EXPECT_NEAR(projected.x, point.x, 1e-9);
+        EXPECT_NEAR(projected.y, point.y, 1e-6);
+    }
+}
+
+class ProjectionTest : public MapFixture {};
+
+TEST_F(ProjectionTest, ConvertsBothWaysAndKnowsTheScale) {
+    auto map = makeMap(PgmMapOptions::create(PgmCameraPosition::create({37.5, 127}, 9, 40, 50)));
+    const auto projection = map->projection();
+    EXPECT_NE(projection, map->projection());
+    const auto middle = projection->point({37.5, 127});
+    EXPECT_NEAR(middle.x, 400, 1e-6);
+    EXPECT_NEAR(middle.y, 300, 1e-6);
+    const auto coordinate = *projection->latlng({120, 480});
+    const auto back = projection->point(coordinate);
+    EXPECT_NEAR(back.x, 120, 1e-6);
+    EXPECT_NEAR(back.y, 480, 1e-6);
+
+    const CGRect rect{{100, 200}, {300, 150}};
+    const auto bounds = projection->latlngBounds(rect);
+    EXPECT_TRUE(bounds->contains(*projection->latlng({101, 201})));
+    EXPECT_FALSE(bounds->contains(*projection->latlng({799, 599})));
+    const auto around = projection->viewBounds(*bounds);
+    EXPECT_LE(around.minX(), rect.minX());
+    EXPECT_GE(around.maxY(), rect.maxY());
+
+    const double expected =
+        std::cos(37.5 * 3.14159265358979323846 / 180) * 2 * 3.14159265358979323846 * 6378137 / (512 * 512);
+    EXPECT_NEAR(projection->metersPerPixel(), expected, 1e-9);
+
+    map->removeFromSuperview();
+    map.reset();
+    EXPECT_EQ(projection->latlng({1, 1}), std::nullopt);
+    EXPECT_EQ(projection->point({1, 1}), CGPoint{});
+    EXPECT_EQ(projection->latlngBounds(rect), nullptr);
+    EXPECT_EQ(projection->viewBounds(*bounds), CGRect{});
+    EXPECT_EQ(projection->metersPerPixel(), 0);
+}
+
+}  // namespace
+}  // namespace pelta

@@ -1,0 +1,300 @@
+#include <functional>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+constexpr CLLocationCoordinate2D seoul{37.5665, 126.9780};
+
+class MapViewTest : public MapFixture {};
+
+void expectDefaults(const PgmMapView& view) {
+    EXPECT_EQ(view.latitude(), 0);
+    EXPECT_EQ(view.longitude(), 0);
+    EXPECT_EQ(view.zoomLevel(), 15);
+    EXPECT_EQ(view.minimumZoomLevel(), 1);
+    EXPECT_EQ(view.maximumZoomLevel(), 20);
+    EXPECT_EQ(view.minimumTilt(), 0);
+    EXPECT_EQ(view.maximumTilt(), 60);
+    EXPECT_EQ(view.contentInset(), UIEdgeInsets{});
+    EXPECT_EQ(view.userTrackingMode(), PgmUserTrackingMode::off);
+    EXPECT_TRUE(view.isScaleBarVisible());
+    EXPECT_TRUE(view.isCompassVisible());
+    EXPECT_FALSE(view.isZoomControlVisible());
+    EXPECT_FALSE(view.isLocationButtonVisible());
+    EXPECT_FALSE(view.isLogoVisible());
+    EXPECT_TRUE(view.isZoomGesturesEnabled());
+    EXPECT_TRUE(view.isScrollGesturesEnabled());
+    EXPECT_TRUE(view.isRotateGesturesEnabled());
+    EXPECT_TRUE(view.isTiltGesturesEnabled());
+    EXPECT_TRUE(view.isLogoClickEnabled());
+    EXPECT_EQ(view.decelerationRate(), 0.998);
+    EXPECT_EQ(view.logoViewPosition(), PgmPosition::bottomLeft);
+    EXPECT_EQ(view.logoViewMargins(), (CGPoint{8, 8}));
+    EXPECT_EQ(view.mapOptions(), nullptr);
+    EXPECT_EQ(view.delegate(), nullptr);
+    EXPECT_TRUE(view.shapesMap().empty());
+    EXPECT_FALSE(view.needReorderShapes() || view.needUpdateShapes() || view.needCheckShapeImage());
+    EXPECT_FALSE(view.didFinishLoadingMap());
+    EXPECT_EQ(view.first_symobol_id(), std::nullopt);
+}
+
+TEST_F(MapViewTest, StartsWithItsOwnDefaultsOfWhichTheEngineHearsNothing) {
+    const auto map = makeMap();
+    expectDefaults(*map);
+    const auto& engine = engineOf(map);
+    EXPECT_EQ(engine.zoomLevel(), 0);
+    EXPECT_EQ(engine.minimumZoomLevel(), 0);
+    EXPECT_EQ(engine.maximumZoomLevel(), 22);
+    EXPECT_FALSE(engine.showsScale());
+    EXPECT_FALSE(engine.showsUserLocation());
+}
+
+TEST_F(MapViewTest, StartsFromAnArchivedView) {
+    const PgmViewSettings settings{{{10, 20}, {300, 200}}, true, 0.5, UIColor::black(), false, false};
+    const auto map = PgmMapView::createWithCoder(settings);
+    expectDefaults(*map);
+    EXPECT_EQ(map->frame(), settings.frame);
+    EXPECT_TRUE(map->isHidden());
+    EXPECT_EQ(map->alpha(), 0.5);
+    EXPECT_EQ(map->backgroundColor(), UIColor::black());
+    EXPECT_FALSE(map->isUserInteractionEnabled());
+    EXPECT_FALSE(map->translatesAutoresizingMaskIntoConstraints());
+    EXPECT_NE(map->mapView(), nullptr);
+}
+
+TEST_F(MapViewTest, EngineFillsTheViewAndShowsTheLibrarysOwnOrnaments) {
+    const auto map = makeMap();
+    const auto& engine = engineOf(map);
+    map->setFrame({{5, 6}, {320, 240}});
+    window->layoutIfNeeded();
+    EXPECT_EQ(engine.frame(), (CGRect{{0, 0}, {320, 240}}));
+    EXPECT_FALSE(engine.showsAttributionButton());
+
+    const std::pair<std::shared_ptr<UIImageView>, std::string> ornaments[] = {
+        {engine.logoView(), "peltamap_pelta_logo"}, {engine.compassView(), "peltamap_compass_normal"}};
+    for (const auto& [ornament, name] : ornaments) {
+        SCOPED_TRACE(name);
+        const auto picture = Bundle::library().imageNamed(name);
+        ASSERT_TRUE(picture && ornament->image());
+        EXPECT_EQ(ornament->image()->size(), picture->size());
+        EXPECT_EQ(ornament->frame().size, picture->size());
+    }
+}
+
+TEST_F(MapViewTest, EverySettingIsKeptAndReachesTheEngine) {
+    struct Case {
+        const char* name;
+        std::function<void(PgmMapView&)> set;
+        std::function<bool(const PgmMapView&)> isStored;
+        std::function<bool(const MLNMapView&)> hasArrived;
+    };
+    const UIEdgeInsets inset{10, 20, 30, 40};
+    const std::vector<Case> cases{
+        {"latitude", [](auto& m) { m.setLatitude(12); }, [](auto& m) { return m.latitude() == 12; },
+         [](auto& e) {
+             return e.centerCoordinate() == CLLocationCoordinate2D{12, 0};
+         }},
+        {"longitude", [](auto& m) { m.setLongitude(34); }, [](auto& m) { return m.longitude() == 34; },
+         [](auto& e) {
+             return e.centerCoordinate() == CLLocationCoordinate2D{12, 34};
+         }},
+        {"zoomLevel", [](auto& m) { m.setZoomLevel(7); }, [](auto& m) { return m.zoomLevel() == 7; },
+         [](auto& e) { return e.zoomLevel() == 7; }},
+        {"minimumZoomLevel", [](auto& m) { m.setMinimumZoomLevel(8); },
+         [](auto& m) { return m.minimumZoomLevel() == 8 && m.zoomLevel() == 7; },
+         [](auto& e) { return e.minimumZoomLevel() == 8 && e.zoomLevel() == 8; }},
+        {"maximumZoomLevel", [](auto& m) { m.setMaximumZoomLevel(9); },
+         [](auto& m) { return m.maximumZoomLevel() == 9; },
+         [](auto& e) { return e.maximumZoomLevel() == 9; }},
+        {"minimumTilt", [](auto& m) { m.setMinimumTilt(5); }, [](auto& m) { return m.minimumTilt() == 5; },
+         [](auto& e) { return e.minimumPitch() == 5; }},
+        {"maximumTilt", [](auto& m) { m.setMaximumTilt(45); }, [](auto& m) { return m.maximumTilt() == 45; },
+         [](auto& e) { return e.maximumPitch() == 45; }},
+        {"contentInset", [&](auto& m) { m.setContentInset(inset); },
+         [&](auto& m) { return m.contentInset() == inset; },
+         [&](auto& e) { return e.contentInset() == inset; }},
+        {"scale bar", [](auto& m) { m.setIsScaleBarVisible(true); },
+         [](auto& m) { return m.isScaleBarVisible(); }, [](auto& e) { return e.showsScale(); }},
+        {"compass", [](auto& m) { m.setIsCompassVisible(false); },
+         [](auto& m) { return !m.isCompassVisible(); }, [](auto& e) { return !e.showsCompassView(); }},
+        {"logo", [](auto& m) { m.setIsLogoVisible(false); }, [](auto& m) { return !m.isLogoVisible(); },
+         [](auto& e) { return !e.showsLogoView(); }},
+        {"logo click", [](auto& m) { m.setIsLogoClickEnabled(false); },
+         [](auto& m) { return !m.isLogoClickEnabled(); },
+         [](auto& e) { return !e.logoView()->isUserInteractionEnabled(); }},
+        {"zoom gestures", [](auto& m) { m.setIsZoomGesturesEnabled(false); },
+         [](auto& m) { return !m.isZoomGesturesEnabled(); },
+         [](auto& e) { return !e.gestures().isZoomEnabled; }},
+        {"scroll gestures", [](auto& m) { m.setIsScrollGesturesEnabled(false); },
+         [](auto& m) { return !m.isScrollGesturesEnabled(); },
+         [](auto& e) { return !e.gestures().isScrollEnabled; }},
+        {"rotate gestures", [](auto& m) { m.setIsRotateGesturesEnabled(false); },
+         [](auto& m) { return !m.isRotateGesturesEnabled(); },
+         [](auto& e) { return !e.gestures().isRotateEnabled; }},
+        {"tilt gestures", [](auto& m) { m.setIsTiltGesturesEnabled(false); },
+         [](auto& m) { return !m.isTiltGesturesEnabled(); },
+         [](auto& e) { return !e.gestures().isPitchEnabled; }},
+        {"deceleration", [](auto& m) { m.setDecelerationRate(0.99); },
+         [](auto& m) { return m.decelerationRate() == 0.99; },
+         [](auto& e) { return e.gestures().decelerationRate == 0.99; }},
+    };
+    const auto map = makeMap();
+    // Without the set-up that makes the engine view, the same setters only store.
+    const auto unfinished = std::make_shared<PgmMapView>(CGRect{});
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(testCase.name);
+        testCase.set(*map);
+        EXPECT_TRUE(testCase.isStored(*map));
+        EXPECT_TRUE(testCase.hasArrived(engineOf(map)));
+        testCase.set(*unfinished);
+        EXPECT_TRUE(testCase.isStored(*unfinished));
+    }
+}
+
+TEST_F(MapViewTest, WithoutAnEngineThereIsNoCameraAndNothingHappens) {
+    const auto map = std::make_shared<PgmMapView>(CGRect{{}, windowSize});
+    bool isCompleted = false;
+    map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 10));
+    map->moveCamera(PgmCameraUpdate::cameraUpdateZoomTo(3), [&] { isCompleted = true; });
+    map->flyToCamera(PgmCameraPosition::cameraPosition(seoul, 10), 1, [&] { isCompleted = true; });
+    map->setUserTrackingMode(PgmUserTrackingMode::follow);
+    map->addShape(PgmMarker::create());
+    map->triggerRepaint();
+    EXPECT_FALSE(isCompleted);
+    EXPECT_EQ(map->userTrackingMode(), PgmUserTrackingMode::follow);
+    EXPECT_EQ(map->shapesMap().size(), 1U);
+    EXPECT_EQ(map->cameraPosition(), nullptr);
+    EXPECT_EQ(map->contentBounds(), nullptr);
+    EXPECT_EQ(map->constraintBounds(), nullptr);
+}
+
+TEST_F(MapViewTest, OptionsAreAppliedExceptForTheLogo) {
+    const auto options =
+        PgmMapOptions::create(PgmCameraPosition::cameraPosition(seoul, 12, 30, 90), false, false, true, true,
+                              true, 3, 18, 10, 50, false, false, false, false);
+    const auto map = makeMap(options);
+    const auto& engine = engineOf(map);
+
+    EXPECT_EQ(map->mapOptions(), options);
+    EXPECT_FALSE(map->isScaleBarVisible() || map->isCompassVisible());
+    EXPECT_TRUE(map->isZoomControlVisible() && map->isLocationButtonVisible());
+    EXPECT_FALSE(map->isLogoVisible()) << "the view's own flag decides";
+    EXPECT_EQ((std::array{map->minimumZoomLevel(), map->maximumZoomLevel(), map->minimumTilt(),
+                          map->maximumTilt()}),
+              (std::array{3., 18., 10., 50.}));
+    EXPECT_EQ((std::array{engine.minimumZoomLevel(), engine.maximumZoomLevel(), engine.minimumPitch(),
+                          engine.maximumPitch()}),
+              (std::array{3., 18., 10., 50.}));
+    EXPECT_EQ(engine.gestures(), (GestureSettings{false, false, false, false}));
+    EXPECT_FALSE(engine.showsScale() || engine.showsCompassView());
+
+    const auto camera = map->cameraPosition();
+    EXPECT_NEAR(camera->target().latitude, seoul.latitude, 1e-9);
+    EXPECT_NEAR(camera->target().longitude, seoul.longitude, 1e-9);
+    EXPECT_NEAR(camera->zoom(), 12, 1e-9);
+    EXPECT_NEAR(camera->tilt(), 30, 1e-9);
+    EXPECT_NEAR(camera->bearing(), 90, 1e-9);
+
+    options->setMaximumZoomLevel(5);
+    options->setIsCompassVisible(true);
+    EXPECT_EQ(engine.maximumZoomLevel(), 18);
+    EXPECT_FALSE(map->isCompassVisible());
+}
+
+TEST_F(MapViewTest, OptionsHaveTheirDefaults) {
+    const auto options = PgmMapOptions::create();
+    EXPECT_EQ(options->camera(), nullptr);
+    EXPECT_TRUE(options->isScaleBarVisible() && options->isCompassVisible() && options->isLogoVisible());
+    EXPECT_FALSE(options->isZoomControlVisible() || options->isLocationButtonVisible());
+    EXPECT_EQ((std::array{options->minimumZoomLevel(), options->maximumZoomLevel(), options->minimumTilt(),
+                          options->maximumTilt()}),
+              (std::array{1., 20., 0., 60.}));
+    EXPECT_TRUE(options->isZoomGesturesEnabled() && options->isScrollGesturesEnabled() &&
+                options->isRotateGesturesEnabled() && options->isTiltGesturesEnabled());
+
+    const auto map = makeMap(options);
+    EXPECT_EQ(engineOf(map).centerCoordinate(), CLLocationCoordinate2D{});
+    EXPECT_TRUE(engineOf(map).showsScale());
+}
+
+TEST_F(MapViewTest, OptionsCameraComesBeforeTheirLimits) {
+    struct ZoomRecorder : PgmMapDelegate {
+        std::vector<double> zooms;
+        void regionDidChangeAnimated(PgmMapView& map, bool /*animated*/,
+                                     PgmCameraUpdateReason /*reason*/) override {
+            zooms.push_back(map.mapView()->zoomLevel());
+        }
+    };
+    const auto recorder = std::make_shared<ZoomRecorder>();
+    const auto options = PgmMapOptions::create(PgmCameraPosition::cameraPosition(seoul, 21));
+    const auto map = PgmMapView::create(window->bounds(), options, recorder);
+    ASSERT_GE(recorder->zooms.size(), 2U);
+    EXPECT_NEAR(recorder->zooms.front(), 21, 1e-9);
+    EXPECT_NEAR(recorder->zooms.back(), 20, 1e-9);
+    EXPECT_EQ(map->delegate(), recorder);
+}
+
+TEST_F(MapViewTest, UserTrackingModesShowAndFollowTheLocation) {
+    struct Case {
+        PgmUserTrackingMode mode;
+        bool isShown;
+        MLNUserTrackingMode engineMode;
+    };
+    const Case cases[] = {
+        {PgmUserTrackingMode::none, true, MLNUserTrackingMode::none},
+        {PgmUserTrackingMode::follow, true, MLNUserTrackingMode::follow},
+        {PgmUserTrackingMode::followWithHeading, true, MLNUserTrackingMode::followWithHeading},
+        {PgmUserTrackingMode::off, false, MLNUserTrackingMode::followWithHeading},
+    };
+    const auto map = makeMap();
+    for (const auto& testCase : cases) {
+        SCOPED_TRACE(static_cast<unsigned>(testCase.mode));
+        map->setUserTrackingMode(testCase.mode);
+        EXPECT_EQ(map->userTrackingMode(), testCase.mode);
+        EXPECT_EQ(engineOf(map).showsUserLocation(), testCase.isShown);
+        EXPECT_EQ(port.isLocationObserved(), testCase.isShown);
+        EXPECT_EQ(engineOf(map).userTrackingMode(), testCase.engineMode);
+    }
+    EXPECT_TRUE(engineOf(map).showsHeading());
+    EXPECT_DEATH(map->setUserTrackingMode(static_cast<PgmUserTrackingMode>(4)), "user tracking mode 4");
+}
+
+TEST_F(MapViewTest, BoundsOfContentAndConstraintComeFromTheEngine) {
+    const auto map = makeMap();
+    map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 10));
+    const auto content = map->contentBounds();
+    EXPECT_TRUE(content->contains(seoul));
+    EXPECT_NEAR(content->center().longitude, seoul.longitude, 1e-9);
+
+    const auto area = PgmLatLngBounds::create({33, 124}, {39, 132});
+    map->setConstraintBounds(area);
+    map->setConstraintBounds(nullptr);
+    EXPECT_EQ(map->constraintBounds()->southWest(), area->southWest());
+    EXPECT_EQ(map->constraintBounds()->northEast(), area->northEast());
+    map->setLatitude(60);
+    EXPECT_LT(map->cameraPosition()->target().latitude, 39);
+}
+
+TEST(EnumerationTest, RawValuesOutsideTheirRangeAreNoValue) {
+    EXPECT_EQ(PgmUserTrackingModeFromRaw(3), PgmUserTrackingMode::followWithHeading);
+    EXPECT_EQ(PgmUserTrackingModeFromRaw(4), std::nullopt);
+    EXPECT_EQ(PgmPositionFromRaw(4), PgmPosition::centerRight);
+    EXPECT_EQ(PgmPositionFromRaw(5), std::nullopt);
+    EXPECT_EQ(PgmMapTypeFromRaw(0), PgmMapType::standard);
+    EXPECT_EQ(PgmMapTypeFromRaw(6), std::nullopt);
+    EXPECT_EQ(PgmMapTypeFromRaw(-1), std::nullopt);
+    EXPECT_EQ(PgmCameraUpdateAnimationFromRaw(4), PgmCameraUpdateAnimation::fly);
+    EXPECT_EQ(PgmCameraUpdateAnimationFromRaw(7), std::nullopt);
+    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(-3), PgmCameraUpdateReason::reserved);
+    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(1), std::nullopt);
+    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(-4), std::nullopt);
+    EXPECT_EQ(PgmLineCapFromRaw(2), PgmLineCap::square);
+    EXPECT_EQ(PgmLineCapFromRaw(3), std::nullopt);
+    EXPECT_EQ(PgmLineJoinFromRaw(0), PgmLineJoin::bevel);
+    EXPECT_EQ(PgmLineJoinFromRaw(3), std::nullopt);
+}
+
+}  // namespace
+}  // namespace pelta
