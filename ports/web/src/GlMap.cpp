@@ -8,12 +8,13 @@
 
 using emscripten::val;
 
+// clang-format off
 // A call that the engine refuses must not take the frame's other calls with it.
 EM_JS(void, peltaRunCalls, (emscripten::EM_VAL handle, const char* text), {
     const map = Emval.toValue(handle);
-    JSON.parse(UTF8ToString(text)).forEach(([ source, method, ... values ]) = > {
+    JSON.parse(UTF8ToString(text)).forEach(([source, method, ...values]) => {
         try {
-            (source == = null ? map : map.getSource(source))[method](... values);
+            (source === null ? map : map.getSource(source))[method](...values);
         } catch (error) {
             console.error(error);
         }
@@ -21,14 +22,15 @@ EM_JS(void, peltaRunCalls, (emscripten::EM_VAL handle, const char* text), {
 });
 
 EM_JS(void, peltaProject, (emscripten::EM_VAL handle, double longitude, double latitude, double* result), {
-    const point = Emval.toValue(handle).project([ longitude, latitude ]);
-    HEAPF64.set([ point.x, point.y ], result >> 3);
+    const point = Emval.toValue(handle).project([longitude, latitude]);
+    HEAPF64.set([point.x, point.y], result >> 3);
 });
 
 EM_JS(void, peltaUnproject, (emscripten::EM_VAL handle, double x, double y, double* result), {
-    const place = Emval.toValue(handle).unproject([ x, y ]);
-    HEAPF64.set([ place.lng, place.lat ], result >> 3);
+    const place = Emval.toValue(handle).unproject([x, y]);
+    HEAPF64.set([place.lng, place.lat], result >> 3);
 });
+// clang-format on
 
 namespace pelta {
 

@@ -9,8 +9,11 @@
 using emscripten::val;
 
 // Embind functions insist on their number of arguments, JavaScript callers on theirs; an array serves both.
-EM_JS(emscripten::EM_VAL, peltaMakeFunction, (int identifier),
-      { return Emval.toHandle((... values) = > Module["peltaCall"](identifier, values)); });
+// clang-format off
+EM_JS(emscripten::EM_VAL, peltaMakeFunction, (int identifier), {
+    return Emval.toHandle((...values) => Module["peltaCall"](identifier, values));
+});
+// clang-format on
 
 namespace pelta {
 
