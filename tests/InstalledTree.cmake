@@ -1,4 +1,5 @@
 # The examples, built and run against what `cmake --install` lays down.
+include(GNUInstallDirs)
 set(installed_tree ${CMAKE_CURRENT_BINARY_DIR}/installed)
 
 add_test(NAME InstalledTree.Install
