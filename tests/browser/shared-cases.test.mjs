@@ -1,0 +1,49 @@
+// The table of behaviour that all ports share, on the real engine.
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { openStudio } from './support/page.mjs';
+
+let studio;
+before(async () => (studio = await openStudio()));
+after(() => studio.close());
+
+/** Runs a case in the page: its steps, each followed by the map's coming to rest or by quiet. */
+async function runCase([entry, steps]) {
+    const pelta = globalThis.pelta;
+    const frame = () => new Promise((resolve) => requestAnimationFrame(resolve));
+    /** A step that asks nothing of the map brings no rest; a second without one is taken for that. */
+    const rest = async (before) => {
+        const start = performance.now();
+        while (pelta.caseIdleCount() === before && performance.now() - start < (before === 0 ? 20000 : 1500)) {
+            await frame();
+        }
+        await frame();
+        await frame();
+    };
+    pelta.beginCase();
+    await rest(0);
+    for (let step = 0; step < steps; ++step) {
+        const before = pelta.caseIdleCount();
+        pelta.runStep(entry, step);
+        await rest(before);
+    }
+    return pelta.endCase();
+}
+
+test('cases that every port shows', async (suite) => {
+    const stage = await studio.open();
+    for (const [entry, { name, steps }] of (await stage.run('sharedCases')).entries()) {
+        await suite.test(name, async () => {
+            assert.equal(await stage.page.evaluate(runCase, [entry, steps]), '');
+        });
+    }
+    assert.deepEqual(stage.errors, []);
+});
+
+test('coordinates are drawn where the common arithmetic says', async () => {
+    const stage = await studio.open();
+    await stage.openMap();
+    const error = await stage.run('largestProjectionError', 0, 200, 20261121);
+    assert.ok(error <= 0.01, `${error} points off`);
+    assert.deepEqual(stage.errors, []);
+});
