@@ -1,5 +1,6 @@
-# What `cmake --install` lays down: headers, static libraries, the base style in share/pelta/style, and the package that
-# find_package(pelta) reads. One installed tree holds one port: pelta::headless or pelta::web beside pelta::pelta.
+# What `cmake --install` lays down: headers, static libraries, the base style in share/pelta/style, what web pages are
+# made with in share/pelta/web, and the package that find_package(pelta) reads. One installed tree holds one port:
+# pelta::headless or pelta::web beside pelta::pelta.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -20,6 +21,9 @@ install(DIRECTORY include/ ports/${_port}/include/ DESTINATION ${CMAKE_INSTALL_I
         FILES_MATCHING PATTERN "*.h")
 if(PELTA_BUILD_BASE_STYLE)
     install(DIRECTORY ${PELTA_BASE_STYLE_DIR}/ DESTINATION ${CMAKE_INSTALL_DATADIR}/pelta/style)
+endif()
+if(EMSCRIPTEN)
+    install(DIRECTORY ports/web/page/ DESTINATION ${CMAKE_INSTALL_DATADIR}/pelta/web)
 endif()
 
 configure_package_config_file(cmake/pelta-config.cmake.in ${CMAKE_CURRENT_BINARY_DIR}/pelta-config.cmake

@@ -18,7 +18,7 @@ function(pelta_web_page target)
     target_link_options(${target} PRIVATE
         -lembind -sMODULARIZE -sEXPORT_ES6 -sENVIRONMENT=web -sALLOW_MEMORY_GROWTH -sFILESYSTEM=0
         -sMALLOC=emmalloc -sWARN_ON_UNDEFINED_SYMBOLS -sERROR_ON_UNDEFINED_SYMBOLS)
-    set(files ${page_FILES} "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/../ports/web/page/pelta.mjs")
+    set(files ${page_FILES} "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/pelta.mjs")
     foreach(part maplibre-gl.mjs maplibre-gl-worker.mjs maplibre-gl.css)
         list(APPEND files "${PELTA_MAPLIBRE_DIR}/${part}")
     endforeach()
