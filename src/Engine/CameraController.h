@@ -32,7 +32,8 @@ class CameraController {
     void close();
 
     [[nodiscard]] const CameraState& state() const noexcept { return state_; }
-    [[nodiscard]] bool isMoving() const noexcept { return transition_.has_value(); }
+    /// No transition is under way and no limit is still to be applied.
+    [[nodiscard]] bool isAtRest() const noexcept { return !transition_ && !needsLimitCheck_; }
     [[nodiscard]] const CameraLimits& limits() const noexcept { return limits_; }
     [[nodiscard]] CGSize viewSize() const noexcept { return viewSize_; }
     [[nodiscard]] CameraState constrain(const CameraState& wanted) const noexcept;

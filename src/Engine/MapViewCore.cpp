@@ -202,6 +202,7 @@ void MLNMapView::Core::advanceTo(double now) {
     const auto self = shared_from_this();
     isFrameUnderWay_ = true;
     layout();
+    updateSurface();
     contentInset_.advanceTo(now);
     camera_.advanceTo(now);
 }
@@ -209,11 +210,10 @@ void MLNMapView::Core::advanceTo(double now) {
 void MLNMapView::Core::renderFrame() {
     const auto self = shared_from_this();
     layout();
-    updateSurface();
     // All that was asked for so far is part of this frame, and so is what the delegate changes in the style
     // now.
     isFrameUnderWay_ = true;
-    needsFrame_ = camera_.isMoving() || contentInset_.isMoving();
+    needsFrame_ = !camera_.isAtRest() || contentInset_.isMoving();
     isPreparingFrame_ = true;
     events_.tell([](auto& delegate, auto& view) { delegate.mapViewWillStartRenderingFrame(view); });
     isPreparingFrame_ = false;
@@ -237,7 +237,7 @@ void MLNMapView::Core::commitChanges() {
 }
 
 void MLNMapView::Core::reportIdleIfAtRest() {
-    const bool isBusy = needsFrame_ || camera_.isMoving() || contentInset_.isMoving() ||
+    const bool isBusy = needsFrame_ || !camera_.isAtRest() || contentInset_.isMoving() ||
                         styleLoader_.isLoading() || arrivingDocument_.has_value() || !renderer_ ||
                         !renderer_->isSettled();
     if (!isBusy && !isAtRest_) {

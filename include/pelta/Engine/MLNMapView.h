@@ -22,7 +22,9 @@ namespace pelta {
 /// Commands take effect at once, queries answer synchronously, changes of the style show at the next frame.
 /// Numbers that are not finite are ignored by setters. Any change of the camera reports will-change,
 /// is-changing (at least once, the last with the final camera) and did-change to the delegate; one without
-/// animation does so before the call returns. A new change ends a transition under way where it is. Main
+/// animation does so before the call returns. A change without animation to where the camera is already reports
+/// nothing. A new change ends a transition under way where it is; the newest wins, also over one that is still
+/// reporting. The completions of changes that the view's release cuts short run later, from the main queue. Main
 /// thread only.
 class MLNMapView : public UIView {
  public:
@@ -72,7 +74,8 @@ class MLNMapView : public UIView {
     void setCamera(const MLNMapCamera& camera, double duration,
                    const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
     /// Flies along an arc that zooms out and in again (van Wijk and Nuij, "Smooth and efficient zooming and
-    /// panning", 2003). A negative duration lets the engine choose one by the distance; 0 jumps.
+    /// panning", 2003). A negative duration lets the engine choose one by the distance; 0 and non-finite ones
+    /// jump.
     void flyToCamera(const MLNMapCamera& camera, double duration, Completion completion);
 
     /// What is seen in the middle of what the content inset leaves, degrees.
@@ -115,6 +118,7 @@ class MLNMapView : public UIView {
     /// The area that the view may show; the whole world at first. While set, the zoom is at least what fills
     /// the view with the area and the centre stays where no edge of the unturned view crosses it.
     [[nodiscard]] MLNCoordinateBounds maximumScreenBounds() const;
+    /// Corners may come in any order; the whole world lifts the limit.
     void setMaximumScreenBounds(const MLNCoordinateBounds& bounds);
     /// Insets from the view's edges within which the centre is the middle. Insets that leave no area are
     /// ignored.
@@ -135,7 +139,7 @@ class MLNMapView : public UIView {
     void setRotateEnabled(bool enabled);
     /// Two fingers side by side tilt the map.
     void setPitchEnabled(bool enabled);
-    /// See `GestureSettings::decelerationRate`.
+    /// See `GestureSettings::decelerationRate`; values out of its range are ignored.
     void setDecelerationRate(CGFloat rate);
     /// The gestures' settings as they are.
     [[nodiscard]] const GestureSettings& gestures() const;
@@ -179,11 +183,11 @@ class MLNMapView : public UIView {
     void setShowsCompassView(bool shows);
     /// Whether the compass is shown while the map is turned.
     [[nodiscard]] bool showsCompassView() const;
-    /// Shows or hides the logo.
+    /// On at first; a logo without a picture has no extent.
     void setShowsLogoView(bool shows);
     /// Whether the logo is shown.
     [[nodiscard]] bool showsLogoView() const;
-    /// Shows or hides the credits button.
+    /// On at first. Kept for applications that ask: no such button is drawn, ports show credits elsewhere.
     void setShowsAttributionButton(bool shows);
     /// Whether the credits button is shown.
     [[nodiscard]] bool showsAttributionButton() const;
@@ -198,8 +202,8 @@ class MLNMapView : public UIView {
 
     /// @name User location
     /// @{
-    /// Switches the port's location source on or off for this view. Off ends tracking and forgets the
-    /// location.
+    /// Switches the port's location source on or off for this view. Off forgets the location; the tracking mode
+    /// stays and rests until the location is shown again.
     void setShowsUserLocation(bool shows);
     /// Whether the user's location is shown.
     [[nodiscard]] bool showsUserLocation() const;
@@ -209,8 +213,9 @@ class MLNMapView : public UIView {
     [[nodiscard]] bool showsHeading() const;
     /// Null while not shown or not yet known.
     [[nodiscard]] const MLNUserLocation* userLocation() const;
-    /// With another mode than none the camera follows each report until a pan ends it or the mode is set to
-    /// none.
+    /// With another mode than none the camera moves to each reported location, animated, until a pan ends it
+    /// or the mode is set to none. Following the heading or the course also turns the map, once they are known.
+    /// Moving the camera by a command does not end it.
     void setUserTrackingMode(MLNUserTrackingMode mode);
     /// How the camera follows the user's location.
     [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;

@@ -1,0 +1,192 @@
+#include <pelta/Engine/MLNFillStyleLayer.h>
+#include <pelta/Engine/MLNSymbolStyleLayer.h>
+
+#include "EngineFixture.h"
+#include "RecordingRenderer.h"
+
+namespace pelta {
+namespace {
+
+using testing::HasSubstr;
+
+std::string documentWithLayers(const std::string& layers) {
+    return R"({"version":8,"sources":{"s":{"type":"geojson"}},"layers":)" + layers + "}";
+}
+
+class StyleLoadingTest : public EngineTest {
+ protected:
+    /// Loads a text and answers the failure's message, empty when there is none.
+    std::string failureOf(const std::string& document) {
+        port.serveDocument("bad/style.json", document);
+        const auto view = makeView("bad/style.json");
+        log->failure.clear();
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(view->style() == nullptr, !log->failure.empty());
+        return log->failure;
+    }
+};
+
+TEST_F(StyleLoadingTest, RefusesBadDocumentsWithPlaceAndFix) {
+    struct Case {
+        std::string document, place, reason, fix;
+    };
+    const std::string nested = std::string(200, '[') + std::string(200, ']');
+    const std::vector<Case> cases{
+        {"", "", "empty", "give a style document"},
+        {" \n\t ", "", "empty", "give a style document"},
+        {"<!DOCTYPE html>", "line 1, column 1", "not JSON near \"<\"", "check that the address"},
+        {"{\"version\": 8,\n \"name\" oops}", "line 2, column 9", "not JSON", "correct it there"},
+        {"{\"version\":8", "line 1, column 12", "not JSON", "correct it"},
+        {"{\"version\":8,\"name\":\"\xff\"}", "line 1", "not JSON", "correct it"},
+        {"{\"version\":1e999}", "line 1", "1e999 is too large", "range of a double"},
+        {"[]", "line 1, column 1", "not an object", "begins with {"},
+        {"8", "line 1", "not an object", "begins with {"},
+        {"null", "line 1", "not an object", "begins with {"},
+        {R"({"sources":{},"layers":[]})", "", "\"version\" is missing", "\"version\": 8"},
+        {R"({"version":7,"sources":{},"layers":[]})", "line 1, column 13", "not 8", "version 8"},
+        {R"({"version":"8"})", "", "not 8", "version 8"},
+        {R"({"version":[8]})", "", "not 8", "version 8"},
+        {R"({"version":8,"layers":[]})", "", "\"sources\" is missing", "or {}"},
+        {R"({"version":8,"sources":[]})", "", "\"sources\" is not an object", "or {}"},
+        {R"({"version":8,"sources":{"s":5}})", "", "source \"s\" is not an object", "\"type\""},
+        {R"({"version":8,"sources":{"s":[]}})", "", "source \"s\" is not an object", "\"type\""},
+        {R"({"version":8,"sources":{}})", "", "\"layers\" is missing", "or []"},
+        {R"({"version":8,"layers":{}})", "", "\"layers\" is not a list", "or []"},
+        {R"({"version":8,"layers":null})", "", "\"layers\" is not a list", "or []"},
+        {documentWithLayers("[7]"), "layers[0]", "not an object", "\"id\" and \"type\""},
+        {documentWithLayers("[[]]"), "layers[0]", "not an object", "\"id\" and \"type\""},
+        {documentWithLayers(R"([{"type":"fill","source":"s"}])"), "layers[0]", "no \"id\"",
+         "identifier of its own"},
+        {documentWithLayers(R"([{"id":7}])"), "layers[0]", "\"id\" is not a text", "write a text"},
+        {documentWithLayers(R"([{"id":{}}])"), "layers[0]", "\"id\" is not a text", "write a text"},
+        {documentWithLayers(R"([{"id":"a"}])"), "layers[0]", "no \"type\"", "background, fill"},
+        {documentWithLayers(R"([{"id":"a","type":"hexagon"}])"), "layers[0]", "\"hexagon\" is unknown",
+         "fill, line"},
+        {documentWithLayers(R"([{"id":"a","type":"line"}])"), "layers[0]", "no \"source\"", "name one"},
+        {documentWithLayers(R"([{"id":"b","type":"background"},{"id":"a","type":"line","source":"x"}])"),
+         "layers[1]", "source \"x\" is not among", "add it"},
+        {documentWithLayers(R"([{"id":"b","type":"background"},{"id":"b","type":"background"}])"),
+         "layers[1]", "another layer has the \"id\" \"b\"", "identifier of its own"},
+        {documentWithLayers(R"([{"id":"b","minzoom":"NaN"}])"), "layers[0]", "\"minzoom\" is not a zoom",
+         "0 to 24"},
+        {documentWithLayers(R"([{"id":"b","maxzoom":25}])"), "layers[0]", "\"maxzoom\" is not a zoom",
+         "0 to 24"},
+        {documentWithLayers("[{\"id\":\"b\",\"paint\":" + nested + "}]"), "line 1", "deeper than 128",
+         "flatten"},
+        {std::string(10'000'000, '['), "line 1, column 1", "not an object", "begins with {"},
+        {R"({"metadata":)" + std::string(10'000'000, '['), "line 1, column 140", "deeper than 128",
+         "flatten"}};
+    for (const auto& each : cases) {
+        const auto message = failureOf(each.document);
+        EXPECT_THAT(message, testing::StartsWith("style document bad/style.json: "));
+        for (const auto& part : {each.place, each.reason, each.fix}) {
+            EXPECT_THAT(message, HasSubstr(part)) << each.document.substr(0, 100);
+        }
+    }
+}
+
+TEST_F(StyleLoadingTest, ReadsWhatTheModelNeeds) {
+    const auto view = makeView();
+    view->setStyleJSON(
+        "\xEF\xBB\xBF"
+        R"({"layers":[{"id":"old","type":"background"}],"version":8.0,"name":"지도",
+        "sources":{"s":{"type":"geojson","data":{"layers":[1]}}},"metadata":{"layers":[{"id":1}]},
+        "layers":[{"id":"sea","type":"background","paint":{"layers":[7],"minzoom":"x"}},
+                  {"id":"land","type":"fill","source":"s","maxzoom":9,"layout":{"visibility":"none"}},
+                  {"id":"names","type":"symbol","source":"s","minzoom":4.5},
+                  {"id":"dots","type":"circle","source":"s"}]})");
+    EXPECT_EQ(view->style(), nullptr);
+    EXPECT_TRUE(port.runUntilIdle());
+    ASSERT_NE(view->style(), nullptr) << log->failure;
+    EXPECT_EQ(view->style()->description(), "MLNStyle \"지도\" with 4 layers");
+    const auto& land = dynamic_cast<const MLNFillStyleLayer&>(*view->style()->layerWithIdentifier("land"));
+    EXPECT_TRUE(!land.isVisible() && land.isFromDocument());
+    EXPECT_EQ(land.sourceIdentifier(), "s");
+    EXPECT_EQ(land.maximumZoomLevel(), 9);
+    EXPECT_EQ(view->style()->layers().front()->kind(), MLNStyleLayerKind::background);
+    EXPECT_EQ(dynamic_cast<const MLNSymbolStyleLayer&>(*view->style()->layerWithIdentifier("names"))
+                  .minimumZoomLevel(),
+              4.5F);
+}
+
+TEST_F(StyleLoadingTest, TheNewestRequestWins) {
+    port.serveDocument("other.json", R"({"version":8,"name":"other","sources":{},"layers":[]})");
+    const auto view = makeView("style.json");
+    view->setStyleURL("missing.json");
+    view->setStyleJSON("[");
+    view->setStyleURL("other.json");
+    EXPECT_EQ(log->take(), "");
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(log->take(), "style other");
+    const auto* present = view->style();
+    for (const std::string address : {"missing.json", "", "with blank", "line\nbreak"}) {
+        view->setStyleURL(address);
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(log->take(), "failed");
+        EXPECT_THAT(log->failure, HasSubstr(address));
+        EXPECT_EQ(view->style(), present);
+    }
+    for (const std::string address : {"", "with blank"}) {
+        const auto empty = makeView(address);
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(log->take() + (empty->style() == nullptr ? "" : "style"), "");
+    }
+}
+
+TEST_F(StyleLoadingTest, EachLoadedStyleTakesTheSameLayersAnew) {
+    const auto view = makeView("style.json");
+    const auto layer = std::make_shared<MLNFillStyleLayer>("mine", std::string("mine"));
+    log->listener = [&](MLNMapView& map, const std::string& event) {
+        if (event == "style test") {
+            map.style()->addLayer(layer);
+        }
+    };
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(layer->style(), view->style());
+    view->setStyleJSON(emptyStyle);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(log->take(), "style test, style test");
+    EXPECT_EQ(view->style()->layerWithIdentifier("mine"), layer);
+    log->listener = nullptr;
+    view->setStyleJSON(emptyStyle);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(layer->style(), nullptr);
+}
+
+TEST_F(StyleLoadingTest, TheViewMayGoInTheLoadedCallbackOrBeforeIt) {
+    for (const std::string address : {"style.json", "missing.json"}) {
+        auto view = makeView(address);
+        log->listener = [&view](MLNMapView&, const std::string&) { view.reset(); };
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(view, nullptr);
+        log->listener = nullptr;
+        static_cast<void>(log->take());
+        view = makeView(address);
+        view.reset();
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(log->take(), "");
+    }
+}
+
+TEST_F(StyleLoadingTest, ARendererThatRefusesLeavesTheMapEmpty) {
+    RecordingEnginePort engine;
+    auto& record = engine.record;
+    const auto view = makeView("style.json");
+    port.advance(0.1);
+    ASSERT_EQ(record.documents.size(), 1U);
+    EXPECT_EQ(record.documents[0].address, "style.json");
+    EXPECT_EQ(record.documents[0].text, emptyStyle);
+    record.host->rendererDidLoadStyle();
+    EXPECT_EQ(log->take(), "style test");
+    view->setStyleJSON(emptyStyle);
+    port.advance(0.1);
+    view->style()->addLayer(std::make_shared<MLNFillStyleLayer>("a", std::string("a")));
+    port.advance(0.1);
+    EXPECT_THAT(record.calls, testing::Not(testing::Contains("commit")));
+    record.host->rendererDidFailLoadingStyle("the glyphs cannot be had");
+    EXPECT_EQ(log->take() + ": " + log->failure, "failed: the glyphs cannot be had");
+    EXPECT_EQ(view->style(), nullptr);
+}
+
+}  // namespace
+}  // namespace pelta

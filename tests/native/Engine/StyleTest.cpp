@@ -1,0 +1,251 @@
+#include <limits>
+
+#include <pelta/Engine/MLNFillStyleLayer.h>
+#include <pelta/Engine/MLNLineStyleLayer.h>
+#include <pelta/Engine/MLNSymbolStyleLayer.h>
+
+#include "EngineFixture.h"
+
+namespace pelta {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class StyleTest : public testing::Test {
+ protected:
+    using LayerPtr = std::shared_ptr<MLNFillStyleLayer>;
+
+    static LayerPtr layer(const std::string& identifier) {
+        return std::make_shared<MLNFillStyleLayer>(identifier, std::string("source"));
+    }
+    static std::vector<std::string> namesOf(const MLNStyle& style) {
+        std::vector<std::string> names;
+        for (const auto& each : style.layers()) {
+            names.push_back(each->identifier());
+        }
+        return names;
+    }
+
+    /// The changes as one text, such as "order -a +b[4] *source -image".
+    std::string take() {
+        std::string text;
+        style.takeChanges([&text](const MLNStyleChanges& changes) {
+            text = changes.isLayerOrderChanged ? "order" : "";
+            for (const auto& name : changes.removedLayers) {
+                text += " -" + name;
+            }
+            for (const auto& each : changes.changedLayers) {
+                const bool isNew = each->changes() == MLNStyleLayer::everythingChanged;
+                text +=
+                    " " + each->identifier() + (isNew ? "+" : "[" + std::to_string(each->changes()) + "]");
+            }
+            for (const auto& source : changes.changedSources) {
+                text += " source " + source->identifier();
+            }
+            for (const auto& name : changes.removedSources) {
+                text += " -source " + name;
+            }
+            for (const auto& name : changes.changedImages) {
+                text += " image " + name;
+            }
+            for (const auto& name : changes.removedImages) {
+                text += " -image " + name;
+            }
+        });
+        return text;
+    }
+
+    int requests = 0;
+    MLNStyle style{"test", [this] { ++requests; }};
+};
+
+TEST_F(StyleTest, KeepsLayersInOrder) {
+    const auto a = layer("a");
+    const auto b = layer("b");
+    const auto c = layer("c");
+    style.addLayer(a);
+    style.insertLayerBelow(b, *a);
+    style.insertLayerAbove(c, *b);
+    EXPECT_THAT(namesOf(style), ElementsAre("b", "c", "a"));
+    EXPECT_EQ(style.layerWithIdentifier("c"), c);
+    style.removeLayer(*c);
+    EXPECT_EQ(style.layerWithIdentifier("c"), nullptr);
+    EXPECT_EQ(c->style(), nullptr);
+    EXPECT_EQ(style.description(), "MLNStyle \"test\" with 2 layers");
+}
+
+TEST_F(StyleTest, RefusesWhatDoesNotBelong) {
+    MLNStyle other("other", [] {});
+    const auto a = layer("a");
+    const auto elsewhere = layer("elsewhere");
+    style.addLayer(a);
+    other.addLayer(elsewhere);
+    style.addLayer(a);
+    style.addLayer(layer("a"));
+    style.addLayer(elsewhere);
+    style.addLayer(nullptr);
+    style.insertLayerBelow(layer("b"), *elsewhere);
+    style.insertLayerBelow(a, *a);
+    style.removeLayer(*elsewhere);
+    EXPECT_THAT(namesOf(style), ElementsAre("a"));
+    EXPECT_EQ(elsewhere->style(), &other);
+
+    style.addDocumentSource("cities");
+    const auto source = std::make_shared<MLNShapeSource>("cities");
+    style.addSource(source);
+    EXPECT_EQ(style.sourceWithIdentifier("cities"), nullptr);
+    other.addSource(source);
+    other.addSource(std::make_shared<MLNShapeSource>("cities"));
+    EXPECT_EQ(other.sourceWithIdentifier("cities"), source);
+    style.removeSource(*source);
+    EXPECT_EQ(other.sourceWithIdentifier("cities"), source);
+}
+
+TEST_F(StyleTest, ListsWhatChangedSinceTheLastFrame) {
+    const auto a = layer("a");
+    const auto b = layer("b");
+    style.addDocumentLayer(layer("land"));
+    EXPECT_FALSE(style.hasChanges());
+    struct Case {
+        const char* what;
+        std::function<void()> change;
+        std::string changes;
+    };
+    const std::vector<Case> cases{
+        {"added", [&] { style.addLayer(a), style.addLayer(b), a->setFillOpacity(0.5); }, "order a+ b+"},
+        {"nothing", [] {}, ""},
+        {"a property", [&] { a->setFillOpacity(0.5), b->setFillOpacity(0.25), b->setIsVisible(false); },
+         " b[2147483650]"},
+        {"restacked as before",
+         [&] {
+             for (const auto& each : {a, b})
+                 style.removeLayer(*each), style.addLayer(each);
+         },
+         ""},
+        {"restacked", [&] { style.removeLayer(*a), style.addLayer(a); }, "order"},
+        {"changed while out", [&] { style.removeLayer(*a), a->setFillOpacity(1.0), style.addLayer(a); },
+         " a[2]"},
+        {"added and removed",
+         [&] {
+             const auto c = layer("c");
+             style.addLayer(c), style.removeLayer(*c);
+         },
+         ""},
+        {"changed and removed", [&] { a->setFillOpacity(0.1), style.removeLayer(*a); }, "order -a"},
+        {"back after a frame", [&] { style.addLayer(a); }, "order a+"},
+        {"another of the name", [&] { style.removeLayer(*b), style.addLayer(layer("b")); }, "order -b b+"},
+        {"out twice", [&] { style.removeLayer(*a), style.addLayer(a), style.removeLayer(*a); }, "order -a"},
+        {"a document's layer", [&] { style.layerWithIdentifier("land")->setMaximumZoomLevel(9); },
+         " land[1073741824]"}};
+    for (const auto& each : cases) {
+        each.change();
+        EXPECT_EQ(style.hasChanges(), requests == 1) << each.what;
+        EXPECT_EQ(take(), each.changes) << each.what;
+        EXPECT_FALSE(style.hasChanges());
+        requests = 0;
+    }
+    const auto land = style.layerWithIdentifier("land");
+    style.removeLayer(*land);
+    EXPECT_EQ(take(), "order -land");
+    style.addLayer(land);
+    EXPECT_EQ(land->style(), nullptr);
+}
+
+TEST_F(StyleTest, ListsSourcesAndImages) {
+    const auto image = *UIImage::fromPixels(1, 1, 1, {1, 2, 3, 4});
+    const auto source = std::make_shared<MLNShapeSource>("b");
+    style.addSource(source);
+    style.addSource(std::make_shared<MLNShapeSource>("a"));
+    style.setImage(image, "z");
+    style.setImage(image, "y");
+    EXPECT_EQ(take(), " source a source b image z image y");
+    source->setShape(MLNPointFeature::create());
+    style.removeImageForName("z");
+    style.setImage(image, "z");
+    style.setImage(image, "fleeting");
+    style.removeImageForName("fleeting");
+    style.removeImageForName("unknown");
+    EXPECT_EQ(take(), " source b image z");
+    style.removeSource(*source);
+    source->setShape(nullptr);
+    style.removeImageForName("y");
+    EXPECT_EQ(style.imageForName("y"), nullptr);
+    EXPECT_EQ(take(), " -source b -image y");
+}
+
+TEST_F(StyleTest, LayersMoveBetweenStyles) {
+    const auto a = layer("a");
+    style.addLayer(a);
+    static_cast<void>(take());
+    {
+        MLNStyle other("other", [] {});
+        a->setFillOpacity(0.5);
+        style.removeLayer(*a);
+        other.addLayer(a);
+        EXPECT_EQ(take(), "order -a");
+        bool isNew = false;
+        other.takeChanges([&](const auto& changes) {
+            isNew = changes.changedLayers.size() == 1 && a->changes() == MLNStyleLayer::everythingChanged;
+        });
+        EXPECT_TRUE(isNew);
+    }
+    EXPECT_EQ(a->style(), nullptr);
+    style.addLayer(a);
+    EXPECT_EQ(take(), "order a+");
+}
+
+TEST_F(StyleTest, RestackingManyLayersLeavesNothingToDo) {
+    std::vector<LayerPtr> layers;
+    for (int i = 0; i < 10000; ++i) {
+        layers.push_back(layer("layer_" + std::to_string(i)));
+        style.addLayer(layers.back());
+    }
+    static_cast<void>(take());
+    for (const auto& each : layers) {
+        style.removeLayer(*each);
+    }
+    EXPECT_THAT(style.layers(), IsEmpty());
+    for (const auto& each : layers) {
+        style.addLayer(each);
+    }
+    EXPECT_EQ(take(), "");
+    EXPECT_EQ(style.layers().size(), 10000U);
+}
+
+TEST_F(StyleTest, LayersHoldTheirPropertiesWithinRange) {
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    MLNSymbolStyleLayer symbol("symbol", std::string("source"));
+    symbol.setMinimumZoomLevel(-1);
+    symbol.setMaximumZoomLevel(25);
+    symbol.setMaximumZoomLevel(std::numeric_limits<float>::quiet_NaN());
+    EXPECT_EQ(symbol.minimumZoomLevel(), 0);
+    EXPECT_EQ(symbol.maximumZoomLevel(), 24);
+    symbol.setIconScale(-2);
+    symbol.setIconScale(notANumber);
+    EXPECT_EQ(symbol.iconScale()->constant(), 0);
+    symbol.setIconRotation(-30);
+    symbol.setIconRotation(-std::numeric_limits<double>::infinity());
+    EXPECT_EQ(symbol.iconRotation()->constant(), -30);
+    symbol.setTextOffset(CGVector{1, notANumber});
+    EXPECT_EQ(symbol.textOffset(), std::nullopt);
+    symbol.setIconScale(MLNExpression<double>::expressionForKeyPath("size"));
+    EXPECT_EQ(symbol.iconScale()->attribute(), "size");
+    MLNLineStyleLayer line("line", std::string("source"));
+    line.setLineDashPattern(std::vector<double>{4, 2});
+    line.setLineDashPattern(std::vector<double>{4, -2});
+    EXPECT_THAT(line.lineDashPattern()->constant(), ElementsAre(4, 2));
+}
+
+TEST_F(StyleTest, AttributesReplaceOnesOfTheSameName) {
+    MLNAttributes attributes;
+    attributes.set("name", std::string("Seoul"));
+    attributes.set("rank", 1.0);
+    attributes.set("name", std::string("서울"));
+    EXPECT_EQ(std::get<std::string>(*attributes.find("name")), "서울");
+    EXPECT_EQ(attributes.entries().size(), 2U);
+    EXPECT_EQ(attributes.find("nam"), nullptr);
+}
+
+}  // namespace
+}  // namespace pelta
