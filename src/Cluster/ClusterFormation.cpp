@@ -17,7 +17,7 @@ constexpr std::uint32_t firstSpecial = setApart;
 
 /// Tells NaN from NaN no more than needed: a position that is read back is the same.
 bool isSame(CLLocationCoordinate2D a, CLLocationCoordinate2D b) noexcept {
-    const auto bits = [](double value) { return std::bit_cast<std::uint64_t>(value); };
+    const auto bits = [](double value) { return __builtin_bit_cast(std::uint64_t, value); };
     return bits(a.latitude) == bits(b.latitude) && bits(a.longitude) == bits(b.longitude);
 }
 
