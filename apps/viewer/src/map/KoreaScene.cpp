@@ -29,7 +29,7 @@ constexpr UIColor inkColor{0x1C / 255.0, 0x24 / 255.0, 0x33 / 255.0, 1};
 constexpr int million = 1'000'000;
 
 /// Metres of radius for each square root of an inhabitant, so that areas compare as populations do.
-constexpr double metresPerRootInhabitant = 6.5;
+constexpr double metresPerRootInhabitant = 9;
 
 constexpr std::array<std::string_view, 4> lineCities{"Seoul", "Daejeon", "Daegu", "Busan"};
 
@@ -66,7 +66,7 @@ std::shared_ptr<PgmShape> makeCityMarker(const KoreanCity& city, PinPictures& pi
     auto marker = PgmMarker::markerWithPosition({city.latitude, city.longitude});
     const bool isLarge = city.population >= million;
     marker->setIconImage(pins.pin(isLarge ? capitalColor : townColor));
-    marker->setIconScale(isLarge ? 0.8 : 0.55);
+    marker->setIconScale(isLarge ? 0.75 : 0.5);
     marker->setTitle(std::string(city.hangul));
     marker->setTitleSize(isLarge ? 13 : 11);
     marker->setTitleColor(inkColor);

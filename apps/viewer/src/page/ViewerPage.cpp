@@ -15,7 +15,8 @@ namespace pelta::viewer {
 
 namespace {
 
-constexpr CGFloat fitPadding = 32;
+/// Points to keep free around what is shown; above, a marker stands up from its place.
+constexpr UIEdgeInsets fitPadding{64, 40, 48, 40};
 constexpr double flightDuration = 1.2;
 
 std::shared_ptr<PgmLatLngBounds> unionOf(const std::shared_ptr<PgmLatLngBounds>& a,
@@ -59,6 +60,7 @@ void ViewerPage::placeMap(UIWindow& window) {
     options->setIsScaleBarVisible(!address_.isSnapshot);
     options->setIsCompassVisible(!address_.isSnapshot);
     map_ = PgmMapView::create(window.bounds(), options, shared_from_this());
+    map_->setIsLogoVisible(!address_.isSnapshot);
     window.addSubview(map_);
     map_->setTranslatesAutoresizingMaskIntoConstraints(false);
     std::vector<std::shared_ptr<NSLayoutConstraint>> edges;
