@@ -18,6 +18,35 @@ namespace {
 /// Stands for "never breaks": the browser's engine would break at every word with 0.
 constexpr double unlimitedTextWidth = 1e5;
 
+using Alignment = std::optional<MLNExpression<std::string>>;
+
+/// Calls `visit(index, group, name, value)` for a symbol layer's properties.
+///
+/// GL JS takes the place of an icon in queries by the alignment of the text. So where there is no text, its
+/// alignment follows the icon's, rotation too, which the model leaves to the engine.
+template <class Visitor>
+void visitSymbolProperties(const MLNSymbolStyleLayer& layer, Visitor&& visit) {
+    const auto& text = layer.text();
+    const bool hasText = text && !(text->isConstant() && text->constant().empty());
+    const Alignment automatic = MLNExpression<std::string>("auto");
+    const Alignment turn = hasText ? automatic : layer.iconRotationAlignment();
+    const Alignment tilt = !hasText                     ? layer.iconPitchAlignment()
+                           : layer.textPitchAlignment() ? layer.textPitchAlignment()
+                                                        : automatic;
+    layer.visitProperties(
+        [&](unsigned index, MLNPropertyGroup group, std::string_view name, const auto& value) {
+            if (name != "text-pitch-alignment") {
+                visit(index, group, name, value);
+            }
+            if (name == "text-field" || name == "icon-rotation-alignment") {
+                visit(index, group, "text-rotation-alignment", turn);
+            }
+            if (name == "text-field" || name == "icon-pitch-alignment" || name == "text-pitch-alignment") {
+                visit(index, group, "text-pitch-alignment", tilt);
+            }
+        });
+}
+
 /// Calls `visit(index, group, name, value)` for the properties of a layer, see `visitProperties`.
 template <class Visitor>
 void visitLayerProperties(const MLNStyleLayer& layer, Visitor&& visit) {
@@ -29,7 +58,7 @@ void visitLayerProperties(const MLNStyleLayer& layer, Visitor&& visit) {
             static_cast<const MLNLineStyleLayer&>(layer).visitProperties(visit);
             break;
         case MLNStyleLayerKind::symbol:
-            static_cast<const MLNSymbolStyleLayer&>(layer).visitProperties(visit);
+            visitSymbolProperties(static_cast<const MLNSymbolStyleLayer&>(layer), visit);
             break;
         case MLNStyleLayerKind::background:
         case MLNStyleLayerKind::other:
@@ -55,6 +84,12 @@ void writeConstant(JsonWriter& json, std::string_view, bool value) {
 void writeConstant(JsonWriter& json, std::string_view name, const std::string& value) {
     if (name == "icon-image" && value.empty()) {
         json.null();  // An empty name would be looked for, and missed.
+    } else if (name == "text-field" || name == "icon-image") {
+        // As an expression, because the engine replaces names in braces in plain texts.
+        json.beginArray();
+        json.value("literal");
+        json.value(value);
+        json.endArray();
     } else {
         json.value(value);
     }

@@ -124,6 +124,8 @@ void StyleCompiler::removeSources(const MLNStyle& style, const MLNStyleChanges& 
 void StyleCompiler::compileSources(const MLNStyleChanges& changes) {
     // Far enough for every zoom that a map has; beyond it positions would be rounded to coarser steps.
     constexpr int deepestTiles = 22;
+    // How far a line may be drawn from its course, points. The usual value shows the corners of circles.
+    constexpr double tolerance = 0.1;
     // Points by which a line may be straightened; the engine's own 0.375 shows as corners in circles.
     constexpr double simplification = 0.05;
     for (const auto& source : changes.changedSources) {
@@ -138,6 +140,7 @@ void StyleCompiler::compileSources(const MLNStyleChanges& changes) {
             calls_.beginObject();
             calls_.member("type", "geojson");
             calls_.member("maxzoom", deepestTiles);
+            calls_.member("tolerance", tolerance);
             calls_.member("tolerance", simplification);
             calls_.key("data");
             writeFeatures(calls_, compiled.features);

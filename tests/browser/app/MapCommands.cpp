@@ -67,6 +67,14 @@ val point(int map, double latitude, double longitude) {
     return result;
 }
 
+val coordinate(int map, double x, double y) {
+    const CLLocationCoordinate2D place = engine(map).convertPoint({x, y}, nullptr);
+    val result = val::object();
+    result.set("latitude", place.latitude);
+    result.set("longitude", place.longitude);
+    return result;
+}
+
 val state(int map) {
     const EngineRecorder& seen = recorder(map);
     val result = val::object();
@@ -126,6 +134,7 @@ EMSCRIPTEN_BINDINGS(map_commands) {
     emscripten::function("ease", &ease);
     emscripten::function("camera", &camera);
     emscripten::function("point", &point);
+    emscripten::function("coordinate", &coordinate);
     emscripten::function("state", &state);
     emscripten::function("takeEvents", &takeEvents);
     emscripten::function("setFrame", &setFrame);
