@@ -242,4 +242,17 @@ const GestureSettings& MLNMapView::gestures() const {
     return core_->gestures();
 }
 
+// As a view
+
+void MLNMapView::layoutSubviews() {
+    UIView::layoutSubviews();
+    if (core_) {
+        core_->updateSurface();
+    }
+}
+
+ViewContent MLNMapView::content() const {
+    return SurfaceContent{this};
+}
+
 }  // namespace pelta

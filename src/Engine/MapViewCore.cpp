@@ -59,7 +59,7 @@ MLNMapView::Core::Core(const std::shared_ptr<MLNMapView>& view)
                          tapped->resetNorth();
                      }
                  }),
-      styleLoader_({[this](const StyleDocument& document) { applyDocument(document); },
+      styleLoader_({[this](StyleDocument document) { applyDocument(std::move(document)); },
                     [this](const std::string& message) { styleDidFail(message); }}) {}
 
 void MLNMapView::Core::open() {
@@ -145,13 +145,15 @@ void MLNMapView::Core::loadStyleText(std::string text) {
     requestFrame();
 }
 
-void MLNMapView::Core::applyDocument(const StyleDocument& document) {
+void MLNMapView::Core::applyDocument(StyleDocument document) {
     const auto self = shared_from_this();
-    if (renderer_) {
-        arrivingDocument_ = document;
-        renderer_->applyStyle(document);
-        requestFrame();
+    if (!renderer_) {
+        return;
     }
+    arrivingDocument_ = std::move(document);
+    renderer_->applyStyle(*arrivingDocument_);
+    arrivingDocument_->text = {};  // The renderer's affair from now on.
+    requestFrame();
 }
 
 void MLNMapView::Core::rendererDidLoadStyle() {

@@ -77,7 +77,7 @@ class MLNMapView::Core final : public MapRendererHost,
  private:
     class HostCall;
 
-    void applyDocument(const StyleDocument& document);
+    void applyDocument(StyleDocument document);
     void enterDocumentLayers(const StyleDocument& document);
     void styleDidFail(std::string_view message);
     void styleDidChange();

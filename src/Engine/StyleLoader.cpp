@@ -65,7 +65,7 @@ void StyleLoader::answer(std::string text, std::string address) {
     }
     request_ = nullptr;
     const auto answers = answers_;
-    answers->didRead(*result.document);
+    answers->didRead(std::move(*result.document));
 }
 
 void StyleLoader::fail(const std::string& message) {

@@ -19,7 +19,7 @@ namespace pelta {
 class StyleLoader {
  public:
     struct Answers {
-        std::function<void(const StyleDocument&)> didRead;
+        std::function<void(StyleDocument)> didRead;
         std::function<void(const std::string& message)> didFail;
     };
 

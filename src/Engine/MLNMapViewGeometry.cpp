@@ -6,8 +6,6 @@
 #include "Engine/CameraFitting.h"
 #include "Engine/MapViewCore.h"
 
-// The map view's geometry, ornaments and user location.
-
 namespace pelta {
 namespace {
 
@@ -90,96 +88,6 @@ MLNMapCamera MLNMapView::cameraThatFitsCoordinateBounds(const MLNCoordinateBound
 std::vector<std::shared_ptr<const MLNFeature>> MLNMapView::visibleFeaturesInRect(
     CGRect rect, std::span<const std::string> inStyleLayersWithIdentifiers) const {
     return core_->renderer().featuresInRect(rect, inStyleLayersWithIdentifiers);
-}
-
-// Ornaments
-
-void MLNMapView::setShowsScale(bool shows) {
-    scaleBar()->setIsHidden(!shows);
-    core_->requestFrame();
-}
-
-bool MLNMapView::showsScale() const {
-    return !scaleBar()->isHidden();
-}
-
-void MLNMapView::setShowsCompassView(bool shows) {
-    core_->ornaments().setShowsCompass(shows);
-}
-
-bool MLNMapView::showsCompassView() const {
-    return core_->ornaments().showsCompass();
-}
-
-void MLNMapView::setShowsLogoView(bool shows) {
-    logoView()->setIsHidden(!shows);
-}
-
-bool MLNMapView::showsLogoView() const {
-    return !logoView()->isHidden();
-}
-
-void MLNMapView::setShowsAttributionButton(bool shows) {
-    core_->showsAttributionButton = shows;
-}
-
-bool MLNMapView::showsAttributionButton() const {
-    return core_->showsAttributionButton;
-}
-
-const std::shared_ptr<UIImageView>& MLNMapView::logoView() const {
-    return core_->ornaments().logo();
-}
-
-const std::shared_ptr<UIImageView>& MLNMapView::compassView() const {
-    return core_->ornaments().compass();
-}
-
-const std::shared_ptr<UIView>& MLNMapView::scaleBar() const {
-    return core_->ornaments().scaleBar();
-}
-
-// User location
-
-void MLNMapView::setShowsUserLocation(bool shows) {
-    core_->setShowsUserLocation(shows);
-}
-
-bool MLNMapView::showsUserLocation() const {
-    return core_->tracking().showsLocation();
-}
-
-void MLNMapView::setShowsHeading(bool shows) {
-    core_->tracking().setShowsHeading(shows);
-}
-
-bool MLNMapView::showsHeading() const {
-    return core_->tracking().showsHeading();
-}
-
-const MLNUserLocation* MLNMapView::userLocation() const {
-    return core_->tracking().location();
-}
-
-void MLNMapView::setUserTrackingMode(MLNUserTrackingMode mode) {
-    core()->tracking().setMode(mode, true);
-}
-
-MLNUserTrackingMode MLNMapView::userTrackingMode() const {
-    return core_->tracking().mode();
-}
-
-// As a view
-
-void MLNMapView::layoutSubviews() {
-    UIView::layoutSubviews();
-    if (core_) {
-        core_->updateSurface();
-    }
-}
-
-ViewContent MLNMapView::content() const {
-    return SurfaceContent{this};
 }
 
 }  // namespace pelta
