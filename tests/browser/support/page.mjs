@@ -2,7 +2,7 @@
 import { mkdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { openPage, startBrowser } from '../../../apps/viewer/tools/browser.mjs';
+import { startBrowser } from '../../../apps/viewer/tools/browser.mjs';
 import { serve } from '../../../apps/viewer/tools/serve.mjs';
 import { Picture } from './picture.mjs';
 
@@ -26,9 +26,9 @@ export async function openStudio() {
     return {
         browser,
         address: server.address,
-        /** Opens the page at a size in points and a number of pixels a point; with touch, fingers instead of a mouse. */
+        /** Opens the page at a size in points and a number of pixels a point, with settings of the browser context. */
         async open({ width = 400, height = 300, scale = 1, ...context } = {}) {
-            const page = await openPage(browser, { width, height, scale, ...context });
+            const page = await browser.newPage({ viewport: { width, height }, deviceScaleFactor: scale, ...context });
             return prepare(page, server.address);
         },
         async close() {
