@@ -10,10 +10,10 @@ if(EMSCRIPTEN)
 endif()
 set(_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/pelta)
 
-foreach(_room IN ITEMS platform engine cluster ${_port})
+foreach(_room IN ITEMS platform engine cluster coordinate ${_port})
     set_target_properties(pelta_${_room} PROPERTIES EXPORT_NAME ${_room})
 endforeach()
-install(TARGETS pelta pelta_cluster pelta_engine pelta_platform pelta_${_port} EXPORT pelta-targets
+install(TARGETS pelta pelta_cluster pelta_coordinate pelta_engine pelta_platform pelta_${_port} EXPORT pelta-targets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT pelta-targets NAMESPACE pelta:: DESTINATION ${_package_dir})
 

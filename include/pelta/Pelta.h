@@ -11,6 +11,8 @@
 #include <pelta/Annotations/PgmPolygon.h>
 #include <pelta/Annotations/PgmPolyline.h>
 #include <pelta/Annotations/PgmShape.h>
+#include <pelta/Coordinate/GeoTrans.h>
+#include <pelta/Coordinate/PgmGridPoint.h>
 #include <pelta/Geometry/MapProjection.h>
 #include <pelta/Geometry/PgmCameraPosition.h>
 #include <pelta/Geometry/PgmCameraUpdate.h>
