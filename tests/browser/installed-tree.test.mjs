@@ -1,7 +1,7 @@
 // What `cmake --install` lays down for the web: an application elsewhere finds it and becomes a page.
 import assert from 'node:assert/strict';
 import { execFileSync } from 'node:child_process';
-import { mkdirSync, rmSync } from 'node:fs';
+import { rmSync } from 'node:fs';
 import path from 'node:path';
 import { test } from 'node:test';
 import { fileURLToPath } from 'node:url';
@@ -21,8 +21,7 @@ const cmake = (...args) =>
 function buildFirstProgram() {
     const installed = path.join(work, 'prefix');
     const program = path.join(work, 'first_program');
-    rmSync(work, { recursive: true, force: true });
-    mkdirSync(work, { recursive: true });
+    rmSync(installed, { recursive: true, force: true });
     cmake('--install', build, '--prefix', installed);
     cmake(
         '-S', path.join(root, 'examples/first_program'), '-B', program, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=Release',
