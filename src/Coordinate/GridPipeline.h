@@ -30,8 +30,9 @@ class GridPipeline {
         StepPoint<Math> place = source_ == GeoTrans::GEO
                                     ? StepPoint<Math>{x * degree, y * degree, Number{}}
                                     : fromGrid(x - sourceGrid_.falseEasting, y - sourceGrid_.falseNorthing);
-        isOrdinary =
-            (Math::absolute(place.x) <= std::numbers::pi) & (Math::absolute(place.y) <= highestLatitude);
+        const typename Math::Condition isOnTheSphere = Math::absolute(place.x) <= std::numbers::pi;
+        const typename Math::Condition isOffThePoles = Math::absolute(place.y) <= highestLatitude;
+        isOrdinary = isOnTheSphere & isOffThePoles;
         if (destination_ == GeoTrans::GEO) {
             return {place.x / degree, place.y / degree, Number{}};
         }
