@@ -16,17 +16,17 @@ class QuadTreeIndex;
 
 /// Point of the tree's plane; any unit.
 struct PQTPoint {
-    double x = 0;
-    double y = 0;
+    double x = 0;  ///< Rightwards.
+    double y = 0;  ///< Upwards.
     friend bool operator==(const PQTPoint&, const PQTPoint&) = default;
 };
 
 /// Axis-parallel rectangle of the tree's plane, borders included. "Top" is the larger y.
 struct PQTBounds {
-    double minX = 0;
-    double minY = 0;
-    double maxX = 0;
-    double maxY = 0;
+    double minX = 0;  ///< Left border.
+    double minY = 0;  ///< Lower border.
+    double maxX = 0;  ///< Right border.
+    double maxY = 0;  ///< Upper border.
     friend bool operator==(const PQTBounds&, const PQTBounds&) = default;
 };
 
@@ -56,7 +56,9 @@ class PQTPointQuadTree {
     /// @param bounds  area that the quadrants divide, fixed for the tree's life.
     explicit PQTPointQuadTree(PQTBounds bounds);
     ~PQTPointQuadTree();
+    /// Takes another tree's contents; that tree may then only be destroyed or assigned to.
     PQTPointQuadTree(PQTPointQuadTree&&) noexcept;
+    /// As the constructor, in place of what this tree holds.
     PQTPointQuadTree& operator=(PQTPointQuadTree&&) noexcept;
     PQTPointQuadTree(const PQTPointQuadTree&) = delete;
     PQTPointQuadTree& operator=(const PQTPointQuadTree&) = delete;

@@ -56,5 +56,6 @@ class WrappingDictionaryKey {
 /// Makes the key usable in the standard library's unordered containers.
 template <>
 struct std::hash<pelta::WrappingDictionaryKey> {
+    /// The key's own hash.
     std::size_t operator()(const pelta::WrappingDictionaryKey& key) const { return key.hash(); }
 };

@@ -8,9 +8,9 @@ namespace pelta {
 /// A point of any of the five systems. Geographic: x is the longitude and y the latitude in degrees. Grid: x
 /// is the easting and y the northing in metres. z is used inside the conversion only.
 struct GeoPoint {
-    double x = 0;
-    double y = 0;
-    double z = 0;
+    double x = 0;  ///< Longitude or easting.
+    double y = 0;  ///< Latitude or northing.
+    double z = 0;  ///< Of the conversion's own.
     friend bool operator==(const GeoPoint&, const GeoPoint&) = default;
 };
 
@@ -36,6 +36,7 @@ class GeoTrans {
     static constexpr int UTMK = 4;   ///< Central meridian 127.5°, without datum shift.
     /// @}
 
+    /// One number for each system.
     using Table = std::array<double, 5>;
 
     /// @name Parameters, one entry for each system
@@ -65,6 +66,7 @@ class GeoTrans {
     static constexpr Table m_Ind{0, 0, 0, 0, 0};
     /// Distances along the meridian from the equator to the latitude of origin, metres.
     static const Table src_m;
+    /// The same numbers: any system may be converted from and to.
     static const Table dst_m;
     /// Shift of geocentric coordinates from Bessel to WGS84, metres.
     static constexpr std::array<double, 3> datum_params{-146.43, 507.89, 681.46};
