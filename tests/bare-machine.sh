@@ -25,7 +25,7 @@ lay_down_system() {
             cp "$source" "$machine/etc/apt/sources.list.d/"
         fi
     done
-    grep -lri proxy /etc/apt/apt.conf.d | xargs -r cp -t "$machine/etc/apt/apt.conf.d"
+    { grep -lri proxy /etc/apt/apt.conf.d || true; } | xargs -r cp -t "$machine/etc/apt/apt.conf.d"
 }
 
 mirror() {
@@ -42,7 +42,7 @@ lay_down_npm_settings() {
     if [[ -n $certificates ]]; then
         cp "$certificates" "$machine/home/trusted-certificates.pem"
     fi
-    npm config get registry 2>/dev/null | sed 's/^/registry=/' >>"$machine/home/.npmrc"
+    { npm config get registry 2>/dev/null || true; } | sed 's/^/registry=/' >>"$machine/home/.npmrc"
 }
 
 # inside COMMAND…: runs it in the clone, with processes and mounts of its own that end with it.
