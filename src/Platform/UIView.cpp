@@ -186,7 +186,8 @@ void UIView::addGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& re
 }
 
 void UIView::removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer) {
-    const auto held = recognizer;  // The argument may be an element of the list.
+    // The argument may be an element of the list. NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
+    const auto held = recognizer;
     if (std::erase(gestureRecognizers_, held) > 0) {
         held->attachToView({});
     }
@@ -196,9 +197,9 @@ std::shared_ptr<UIView> UIView::hitTest(CGPoint point) {
     if (isHidden_ || alpha_ <= 0 || !isUserInteractionEnabled_ || !bounds().contains(point)) {
         return nullptr;
     }
-    for (auto subview = subviews_.rbegin(); subview != subviews_.rend(); ++subview) {
-        const CGPoint origin = (*subview)->frame_.origin;
-        if (auto hit = (*subview)->hitTest({point.x - origin.x, point.y - origin.y})) {
+    for (std::size_t index = subviews_.size(); index-- > 0;) {
+        const CGPoint origin = subviews_[index]->frame_.origin;
+        if (auto hit = subviews_[index]->hitTest({point.x - origin.x, point.y - origin.y})) {
             return hit;
         }
     }

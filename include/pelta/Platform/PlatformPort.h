@@ -26,7 +26,7 @@ struct FetchResult {
 ///
 /// A port also calls back: `FrameLoop::run` for each requested frame, `MainQueue::runDue` when a wake-up that
 /// it was asked for is due, `UIWindow::deliverTouch` for pointer events, and it shows the view tree of its
-/// windows whenever `UIView::treeRevision` has grown since it last did.
+/// windows, after `layoutIfNeeded`, whenever `UIView::treeRevision` has grown since it last did.
 class PlatformPort {
  public:
     virtual ~PlatformPort() = default;

@@ -191,6 +191,7 @@ void HeadlessPort::setResourceFolder(std::filesystem::path folder) {
     implementation_->platform.documents().setFolder(std::move(folder));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it sets off whatever the touched views do.
 void HeadlessPort::touch(UIWindow& window, int identifier, UITouchPhase phase, CGPoint location) {
     window.deliverTouch({identifier, phase, location, now()});
 }

@@ -36,12 +36,12 @@ TEST_F(FrameLoopTest, AdvancesThenRunsTasksThenRenders) {
     std::vector<std::string> events;
     const auto first = addParticipant();
     const auto second = addParticipant();
-    for (const auto& [participant, name] : {std::pair{first, "1"}, std::pair{second, "2"}}) {
-        participant->onAdvance = [&events, name](double) {
-            events.push_back(std::string("advance ") + name);
-        };
-        participant->onRender = [&events, name] { events.push_back(std::string("render ") + name); };
-    }
+    const auto note = [&events](const std::shared_ptr<Participant>& participant, const std::string& name) {
+        participant->onAdvance = [&events, name](double) { events.push_back("advance " + name); };
+        participant->onRender = [&events, name] { events.push_back("render " + name); };
+    };
+    note(first, "1");
+    note(second, "2");
     MainQueue::async([&events] { events.emplace_back("task"); });
     port_.runFrame();
     EXPECT_THAT(events, ElementsAre("advance 1", "advance 2", "task", "render 1", "render 2"));

@@ -21,7 +21,8 @@ using ::testing::HasSubstr;
 
 FetchResult fetch(HeadlessPort& port, const std::string& address) {
     std::vector<FetchResult> results;
-    PlatformPort::current().fetchText(address, [&results](FetchResult result) { results.push_back(result); });
+    PlatformPort::current().fetchText(address,
+                                      [&results](const FetchResult& result) { results.push_back(result); });
     EXPECT_TRUE(results.empty()) << "answered from within the call";
     EXPECT_TRUE(port.runUntilIdle());
     EXPECT_EQ(results.size(), 1U);
@@ -32,7 +33,7 @@ TEST(HeadlessFetchTest, ReadsGivenDocumentsAndFiles) {
     const auto folder = std::filesystem::path(::testing::TempDir()) / "pelta documents";
     std::filesystem::create_directories(folder / "inner.json");
     std::ofstream(folder / "style.json") << "from a file";
-    std::ofstream(folder / "empty.json");
+    std::ofstream(folder / "empty.json") << "";
     HeadlessPort port;
     port.setResourceFolder(folder);
     port.serveDocument("https://example.org/style.json", "served");
