@@ -32,6 +32,10 @@ class CameraController {
     void close();
 
     [[nodiscard]] const CameraState& state() const noexcept { return state_; }
+    /// Where the camera is, or will be at the end of the transition under way.
+    [[nodiscard]] const CameraState& destination() const noexcept {
+        return transition_ ? transition_->target : state_;
+    }
     /// No transition is under way and no limit is still to be applied.
     [[nodiscard]] bool isAtRest() const noexcept { return !transition_ && !needsLimitCheck_; }
     [[nodiscard]] const CameraLimits& limits() const noexcept { return limits_; }

@@ -72,7 +72,7 @@ MLNStyle* MLNMapView::style() const noexcept {
     return core_->style();
 }
 
-void MLNMapView::setStyleURL(std::string address) {
+void MLNMapView::setStyleURL(const std::string& address) {
     core_->loadStyle(address);
 }
 

@@ -57,30 +57,30 @@ void MLNStyle::insertLayerAbove(const std::shared_ptr<MLNStyleLayer>& layer, con
     insert(layer, std::next(layerPositions_.find(sibling.identifier())->second));
 }
 
-bool MLNStyle::canTake(const MLNStyleLayer& layer) const {
-    if (layer.style_ != nullptr) {
-        dPrint("the layer \"" + layer.identifier() + "\" is in a style already");
-        return false;
-    }
-    if (layerPositions_.count(layer.identifier()) != 0) {
-        dPrint("the style has another layer with the identifier \"" + layer.identifier() + "\"");
-        return false;
-    }
-    if (layer.isFromDocument_ && layer.drawnIn_ != this) {
-        dPrint("the layer \"" + layer.identifier() + "\" has gone from its style document for good");
-        return false;
-    }
-    return true;
-}
-
 void MLNStyle::insert(const std::shared_ptr<MLNStyleLayer>& layer, Layers::const_iterator position) {
-    if (layer == nullptr || !canTake(*layer)) {
+    if (layer == nullptr) {
         return;
     }
-    const auto place = layers_.insert(position, layer);
-    layerPositions_.emplace(layer->identifier_, place);
+    if (layer->style_ != nullptr) {
+        dPrint("the layer \"" + layer->identifier() + "\" is in a style already");
+        return;
+    }
+    if (layer->isFromDocument_ && layer->drawnIn_ != this) {
+        dPrint("the layer \"" + layer->identifier() + "\" has gone from its style document for good");
+        return;
+    }
+    const auto [entry, isFree] = layerPositions_.try_emplace(layer->identifier_);
+    if (!isFree) {
+        dPrint("the style has another layer with the identifier \"" + layer->identifier() + "\"");
+        return;
+    }
+    entry->second = layers_.insert(position, layer);
     layer->style_ = this;
     isLayerOrderTouched_ = true;
+    markEntered(layer);
+}
+
+void MLNStyle::markEntered(const std::shared_ptr<MLNStyleLayer>& layer) {
     if (layer->drawnIn_ != this) {
         layer->drawnIn_ = nullptr;
         layer->changes_ = MLNStyleLayer::everythingChanged;

@@ -102,10 +102,11 @@ void UserTracking::follow() {
     if (mode_ == MLNUserTrackingMode::none || location() == nullptr) {
         return;
     }
-    auto wanted = camera_.state();
+    // What a command is just changing besides the centre arrives all the same.
+    auto wanted = camera_.destination();
     wanted.center = location_.location()->coordinate;
     wanted.bearing = followedBearing(wanted.bearing);
-    if (!(camera_.constrain(wanted) == camera_.state())) {
+    if (camera_.constrain(wanted) != camera_.destination()) {
         camera_.easeTo(wanted, followDuration, CAMediaTimingFunction::easeInEaseOut(),
                        MLNCameraChangeReason::programmatic);
     }

@@ -53,7 +53,7 @@ class MLNMapView : public UIView {
     [[nodiscard]] MLNStyle* style() const noexcept;
     /// Loads another document; the present style stays until it has arrived. On failure the delegate is told
     /// and the present style stays, or the map stays empty.
-    void setStyleURL(std::string address);
+    void setStyleURL(const std::string& address);
     /// Loads a document from its text, asynchronously too.
     void setStyleJSON(std::string document);
     /// Asks for a frame.

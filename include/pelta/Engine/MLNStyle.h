@@ -121,8 +121,8 @@ class MLNStyle {
     template <class Value>
     using ByName = std::unordered_map<std::string, Value, NameHash, std::equal_to<>>;
 
-    [[nodiscard]] bool canTake(const MLNStyleLayer& layer) const;
     void insert(const std::shared_ptr<MLNStyleLayer>& layer, Layers::const_iterator position);
+    void markEntered(const std::shared_ptr<MLNStyleLayer>& layer);
     void noteChange();
     void layerDidChange(MLNStyleLayer& layer);
     void listAsChanged(const std::shared_ptr<MLNStyleLayer>& layer);

@@ -46,6 +46,9 @@ TEST_F(TrackingTest, FollowsTheUser) {
         report(37, 127, each.course);
         EXPECT_NEAR(view->direction(), each.courseFollowed, 1e-9);
     }
+    view->setCamera(cameraAt(*view, {0, 0}, 12, 20, 80), 5, std::nullopt, {});
+    report(37, 127.5);
+    expectView(*view, {37, 127.5}, 12, 20, 80);
     view->setShowsUserLocation(false);
     EXPECT_FALSE(port.isLocationObserved());
     EXPECT_EQ(view->userLocation(), nullptr);
