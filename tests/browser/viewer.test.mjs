@@ -104,7 +104,7 @@ test('shows chosen and dropped files, tells what is wrong in them, and takes not
     const page = await open('?camera=36.2,127.9,7.5');
 
     await page.setInputFiles('#files', [
-        fileOf(`${markup}.geojson`, point({ title: markup, 'marker-color': '#00aa44' }, [127, 37]), point({ fill: markup }, [128, 36])),
+        fileOf(`${markup}.geojson`, point({ title: markup, 'marker-color': '#00aa44' }, [127, 36]), point({ fill: markup }, [128, 37])),
         fileOf('second.geojson', point({}, [127.5, 36.5])),
     ]);
     await page.waitForFunction(() => document.getElementById('documents').textContent.includes('second'));
