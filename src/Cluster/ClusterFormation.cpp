@@ -29,7 +29,13 @@ ClusterFormation::ClusterFormation(const ItemStore& items, double halfWidth)
       stored_(items.tree().points()),
       current_(stored_),
       claims_(stored_.size()),
-      strays_(halfWidth) {}
+      strays_(halfWidth) {
+    items.tree().forEachLeaf([this](std::uint32_t leaf, std::uint32_t first, std::uint32_t last) {
+        for (std::uint32_t entry = first; entry < last; ++entry) {
+            claims_[entry].leaf = leaf;
+        }
+    });
+}
 
 FormedClusters ClusterFormation::form() {
     readPositions();
@@ -38,6 +44,7 @@ FormedClusters ClusterFormation::form() {
     }
     const auto records = items_.records();
     for (std::uint32_t record = 0; record < records.size(); ++record) {
+        fetchAhead(record);
         if (records[record].isListed && !isClaimed(record)) {
             plant(record);
         }
@@ -46,6 +53,23 @@ FormedClusters ClusterFormation::form() {
         handOutToStrays();
     }
     return collect();
+}
+
+/// Seeds lie all over the world; without this, most of the time would go by waiting for memory.
+[[gnu::always_inline]] inline void ClusterFormation::fetchAhead(std::uint32_t record) const {
+    const auto records = items_.records();
+    const auto entryAt = [&](std::uint32_t steps) {
+        return record + steps < records.size() ? records[record + steps].entry : none;
+    };
+    if (const std::uint32_t entry = entryAt(36); entry != none) {
+        __builtin_prefetch(&claims_[entry], 1);
+    }
+    if (const std::uint32_t entry = entryAt(24); entry != none && claims_[entry].seed == none) {
+        items_.tree().fetch(claims_[entry].leaf);
+    }
+    if (const std::uint32_t entry = entryAt(12); entry != none) {
+        __builtin_prefetch(&stored_[entry]);
+    }
 }
 
 void ClusterFormation::readPositions() {
@@ -94,21 +118,26 @@ void ClusterFormation::plant(std::uint32_t record) {
     const PQTPoint position =
         planted.entry != none ? current_[planted.entry] : clusterPoint(planted.item->position());
     if (planted.entry != none && stored_[planted.entry] == position) {
-        claimAround(position, seed);
+        claimAround(claims_[planted.entry].leaf, position, seed);
     } else if (std::isfinite(position.x) && std::isfinite(position.y)) {
         claimAsStray(position, seed);
     }
 }
 
-void ClusterFormation::claimAround(PQTPoint position, std::uint32_t seed) {
+void ClusterFormation::claimAround(std::uint32_t leaf, PQTPoint position, std::uint32_t seed) {
     const PQTBounds area = searchSquare(position, halfWidth_);
-    items_.tree().forEachRange(area, [&](std::uint32_t first, std::uint32_t last, bool isInside) {
+    items_.tree().forEachRange(leaf, area, [&](std::uint32_t first, std::uint32_t last, bool isInside) {
         for (std::uint32_t entry = first; entry < last; ++entry) {
             if (isInside || contains(area, stored_[entry])) {
                 claimOrPass(entry, position, seed);
             }
         }
     });
+    std::sort(foundShared_.begin(), foundShared_.end());
+    for (const std::uint32_t index : foundShared_) {
+        findShared(index, position, seed);
+    }
+    foundShared_.clear();
 }
 
 inline void ClusterFormation::claimOrPass(std::uint32_t entry, PQTPoint position, std::uint32_t seed) {
@@ -118,19 +147,16 @@ inline void ClusterFormation::claimOrPass(std::uint32_t entry, PQTPoint position
         return;
     }
     if (claim.seed == setApart) {
-        const auto shared = keys_->sharedEntries();
-        const auto found = std::lower_bound(
-            shared.begin(), shared.end(), entry,
-            [](const ItemKeys::SharedEntry& a, std::uint32_t number) { return a.entry < number; });
-        if (found != shared.end() && found->entry == entry) {
-            findShared(static_cast<std::size_t>(found - shared.begin()), position, seed);
+        if (const std::uint32_t index = keys_->sharedIndex(entry); index != none) {
+            foundShared_.push_back(index);
         }
         return;
     }
-    claim = {distance, seed};
+    claim.distance = distance;
+    claim.seed = seed;
 }
 
-void ClusterFormation::findShared(std::size_t index, PQTPoint position, std::uint32_t seed) {
+void ClusterFormation::findShared(std::uint32_t index, PQTPoint position, std::uint32_t seed) {
     const std::uint32_t entry = keys_->sharedEntries()[index].entry;
     ledger_->find(index, seed, squaredDistance(position, current_[entry]));
 }
@@ -146,7 +172,7 @@ void ClusterFormation::claimAsStray(PQTPoint position, std::uint32_t seed) {
     strays_.add(position, seed);
     if (keys_) {
         const auto shared = keys_->sharedEntries();
-        for (std::size_t index = 0; index < shared.size(); ++index) {
+        for (std::uint32_t index = 0; index < shared.size(); ++index) {
             if (contains(area, stored_[shared[index].entry])) {
                 findShared(index, position, seed);
             }
@@ -168,7 +194,8 @@ void ClusterFormation::handOutToStrays() {
         const bool isFree = claim.seed >= firstSpecial;
         if (isFree || nearest.distance < claim.distance ||
             (!(nearest.distance > claim.distance) && nearest.seed > claim.seed)) {
-            claim = {nearest.distance, nearest.seed};
+            claim.distance = nearest.distance;
+            claim.seed = nearest.seed;
         }
     }
 }
@@ -192,15 +219,18 @@ FormedClusters ClusterFormation::collect() {
     }
     formed.members.resize(formed.starts.back());
     const auto recordOf = items_.tree().items();
+    const auto put = [&](std::uint32_t seed, std::uint32_t entry) {
+        formed.members[formed.starts[seed + 1]++] = recordOf[entry];
+    };
     auto stay = stays.begin();
-    for (std::uint32_t entry = 0; entry < claims_.size(); ++entry) {
+    items_.tree().forEachEntry([&](std::uint32_t entry) {
         if (claims_[entry].seed < firstSpecial) {
-            formed.members[formed.starts[claims_[entry].seed + 1]++] = recordOf[entry];
+            put(claims_[entry].seed, entry);
         }
-        for (; stay != stays.end() && stay->entry == entry; ++stay) {
-            formed.members[formed.starts[stay->seed + 1]++] = recordOf[entry];
+        for (; stay != stays.end() && keys_->sharedEntries()[stay->index].entry == entry; ++stay) {
+            put(stay->seed, entry);
         }
-    }
+    });
     formed.starts.pop_back();
     return formed;
 }

@@ -44,16 +44,18 @@ class ClusterFormation {
     struct Claim {
         double distance = std::numeric_limits<double>::infinity();  // squared
         std::uint32_t seed = none;
+        std::uint32_t leaf = 0;  // of the tree, in which the entry stands
     };
 
+    void fetchAhead(std::uint32_t record) const;
     void readPositions();
     void setKeysApart();
     [[nodiscard]] bool isClaimed(std::uint32_t record) const;
     void plant(std::uint32_t record);
-    void claimAround(PQTPoint position, std::uint32_t seed);
+    void claimAround(std::uint32_t leaf, PQTPoint position, std::uint32_t seed);
     void claimOrPass(std::uint32_t entry, PQTPoint position, std::uint32_t seed);
     void claimAsStray(PQTPoint position, std::uint32_t seed);
-    void findShared(std::size_t index, PQTPoint position, std::uint32_t seed);
+    void findShared(std::uint32_t index, PQTPoint position, std::uint32_t seed);
     void handOutToStrays();
     [[nodiscard]] FormedClusters collect();
 
@@ -67,6 +69,7 @@ class ClusterFormation {
     StraySeeds strays_;
     std::optional<UnclaimedEntries> unclaimed_;  // made for the first stray
     std::optional<ItemKeys> keys_;               // only when items repeat or are hashable
+    std::vector<std::uint32_t> foundShared_;     // by one search: places among the shared entries
     std::optional<SharedKeyLedger> ledger_;      // with `keys_`
 };
 

@@ -1,5 +1,7 @@
 #include "Cluster/ItemKeys.h"
 
+#include <algorithm>
+#include <numeric>
 #include <unordered_map>
 
 #include <pelta/Cluster/PgmHashable.h>
@@ -36,11 +38,10 @@ void ItemKeys::findKeys(const ItemStore& items) {
 void ItemKeys::sortEntries(const ItemStore& items) {
     const auto points = items.tree().points();
     const auto recordOf = items.tree().items();
-    const auto count = static_cast<std::uint32_t>(recordOf.size());
     std::vector<std::uint32_t> last(key_.size(), none);  // by key
     deciding_.assign(key_.size(), none);
     shared_.assign(key_.size(), none);
-    for (std::uint32_t entry = 0; entry < count; ++entry) {
+    items.tree().forEachEntry([&](std::uint32_t entry) {
         const std::uint32_t key = key_[recordOf[entry]];
         const std::uint32_t previous = last[key];
         last[key] = entry;
@@ -49,8 +50,8 @@ void ItemKeys::sortEntries(const ItemStore& items) {
         if (!isAlike && shared_[key] == none) {
             shared_[key] = sharedKeyCount_++;
         }
-    }
-    for (std::uint32_t entry = 0; entry < count; ++entry) {
+    });
+    items.tree().forEachEntry([&](std::uint32_t entry) {
         const std::uint32_t record = recordOf[entry];
         const std::uint32_t key = key_[record];
         if (shared_[key] != none) {
@@ -58,7 +59,12 @@ void ItemKeys::sortEntries(const ItemStore& items) {
         } else if (entry != last[key]) {
             echoes_.push_back(entry);
         }
-    }
+    });
+    byEntry_.resize(sharedEntries_.size());
+    std::iota(byEntry_.begin(), byEntry_.end(), 0U);
+    std::sort(byEntry_.begin(), byEntry_.end(), [this](std::uint32_t a, std::uint32_t b) {
+        return sharedEntries_[a].entry < sharedEntries_[b].entry;
+    });
     // A key is the number of its first record, so going down overwrites no key that is still needed.
     for (auto record = static_cast<std::uint32_t>(key_.size()); record-- > 0;) {
         const std::uint32_t key = key_[record];
@@ -67,6 +73,13 @@ void ItemKeys::sortEntries(const ItemStore& items) {
             deciding_[record] = shared_[key] == none ? last[key] : none;
         }
     }
+}
+
+std::uint32_t ItemKeys::sharedIndex(std::uint32_t entry) const {
+    const auto found = std::lower_bound(
+        byEntry_.begin(), byEntry_.end(), entry,
+        [this](std::uint32_t index, std::uint32_t sought) { return sharedEntries_[index].entry < sought; });
+    return found != byEntry_.end() && sharedEntries_[*found].entry == entry ? *found : none;
 }
 
 }  // namespace pelta::detail

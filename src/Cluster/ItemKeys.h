@@ -32,10 +32,12 @@ class ItemKeys {
     /// The record's shared key, or `none`.
     [[nodiscard]] std::uint32_t sharedKey(std::uint32_t record) const { return shared_[record]; }
 
-    /// Entries to be ignored, ascending.
+    /// Entries to be ignored.
     [[nodiscard]] std::span<const std::uint32_t> echoes() const noexcept { return echoes_; }
-    /// Ascending by entry.
+    /// In the tree's order.
     [[nodiscard]] std::span<const SharedEntry> sharedEntries() const noexcept { return sharedEntries_; }
+    /// Place of an entry in `sharedEntries`, or `none`.
+    [[nodiscard]] std::uint32_t sharedIndex(std::uint32_t entry) const;
     [[nodiscard]] std::uint32_t sharedKeyCount() const noexcept { return sharedKeyCount_; }
 
  private:
@@ -48,6 +50,7 @@ class ItemKeys {
     std::vector<std::uint32_t> shared_;    // by record
     std::vector<std::uint32_t> echoes_;
     std::vector<SharedEntry> sharedEntries_;
+    std::vector<std::uint32_t> byEntry_;  // places in `sharedEntries_`, ascending by entry
     std::uint32_t sharedKeyCount_ = 0;
 };
 

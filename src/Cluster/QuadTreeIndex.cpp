@@ -1,13 +1,14 @@
 #include "Cluster/QuadTreeIndex.h"
 
+#include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace pelta::detail {
 
 namespace {
 
 constexpr std::uint32_t leafCapacity = 64;
-constexpr int depthLimit = 30;
 
 /// False for NaN, too.
 bool isAcceptable(PQTPoint point) noexcept {
@@ -35,26 +36,19 @@ PQTBounds QuadTreeIndex::childBounds(const PQTBounds& bounds, std::uint32_t chil
             isBottom ? midY : bounds.maxY};
 }
 
-std::uint32_t QuadTreeIndex::descend(const Node& node, PQTBounds& bounds, PQTPoint point) noexcept {
-    const std::uint32_t child = quadrant(bounds, point);
-    bounds = childBounds(bounds, child);
-    return node.children + child;
-}
-
 std::uint32_t QuadTreeIndex::add(PQTPoint point, std::uint32_t item) {
     if (!isAcceptable(point)) {
         return none;
     }
-    PQTBounds bounds = bounds_;
     std::uint32_t node = 0;
     for (int depth = 0;; ++depth) {
         if (nodes_[node].children == 0) {
             if (nodes_[node].count < leafCapacity || depth >= depthLimit) {
                 break;
             }
-            split(node, bounds);
+            split(node);
         }
-        node = descend(nodes_[node], bounds, point);
+        node = nodes_[node].children + quadrant(nodes_[node].bounds, point);
     }
     const std::uint32_t entry = newEntry(point, item);
     append(nodes_[node], entry);
@@ -63,12 +57,17 @@ std::uint32_t QuadTreeIndex::add(PQTPoint point, std::uint32_t item) {
     return entry;
 }
 
-void QuadTreeIndex::split(std::uint32_t node, const PQTBounds& bounds) {
+void QuadTreeIndex::split(std::uint32_t node) {
     const auto children = static_cast<std::uint32_t>(nodes_.size());
-    nodes_.resize(nodes_.size() + 4);
+    const PQTBounds bounds = nodes_[node].bounds;
+    for (std::uint32_t child = 0; child < 4; ++child) {
+        growByEighth(nodes_);
+        nodes_.push_back({.bounds = childBounds(bounds, child), .parent = node});
+    }
     std::uint32_t entry = nodes_[node].first;
     const std::uint32_t count = nodes_[node].count;
-    nodes_[node] = {.children = children};
+    nodes_[node].children = children;
+    nodes_[node].count = 0;
     for (std::uint32_t left = count; left > 0; --left) {
         const std::uint32_t following = next_[entry];
         append(nodes_[children + quadrant(bounds, points_[entry])], entry);
@@ -103,10 +102,9 @@ std::optional<std::uint32_t> QuadTreeIndex::remove(PQTPoint point) {
     if (!isAcceptable(point)) {
         return std::nullopt;
     }
-    PQTBounds bounds = bounds_;
     std::uint32_t node = 0;
     while (nodes_[node].children != 0) {
-        node = descend(nodes_[node], bounds, point);
+        node = nodes_[node].children + quadrant(nodes_[node].bounds, point);
     }
     Node& leaf = nodes_[node];
     std::uint32_t previous = none;
@@ -133,44 +131,77 @@ std::optional<std::uint32_t> QuadTreeIndex::remove(PQTPoint point) {
 }
 
 void QuadTreeIndex::clear() noexcept {
-    *this = QuadTreeIndex(bounds_);
+    *this = QuadTreeIndex(nodes_.front().bounds);
 }
 
 void QuadTreeIndex::arrange() {
     if (isArranged_) {
         return;
     }
-    std::vector<PQTPoint> points;
-    std::vector<std::uint32_t> items;
-    points.reserve(count_);
-    items.reserve(count_);
-    arrangeNode(0, points, items);
-    points_ = std::move(points);
-    items_ = std::move(items);
-    next_.resize(count_);
-    std::iota(next_.begin(), next_.end(), 1U);
+    Entries arranged;
+    arranged.points.resize(count_);
+    arranged.items.resize(count_);
+    arranged.next.resize(count_);
+    leaves_.clear();
+    arrangeNode(0, arranged);
+    leaves_.shrink_to_fit();
+    points_ = std::move(arranged.points);
+    items_ = std::move(arranged.items);
+    next_ = std::move(arranged.next);
     unused_ = none;
     isArranged_ = true;
 }
 
-void QuadTreeIndex::arrangeNode(std::uint32_t number, std::vector<PQTPoint>& points,
-                                std::vector<std::uint32_t>& items) {
+void QuadTreeIndex::arrangeNode(std::uint32_t number, Entries& arranged) {
     Node& node = nodes_[number];
-    const auto first = static_cast<std::uint32_t>(points.size());
     if (node.children == 0) {
+        arrangeLeaf(number, arranged);
+        return;
+    }
+    const auto end = [this] { return leaves_.empty() ? 0 : leaves_.back().first + leaves_.back().count; };
+    node.first = end();
+    for (std::uint32_t child = 0; child < 4; ++child) {
+        arrangeNode(node.children + child, arranged);
+    }
+    node.count = end() - node.first;
+}
+
+void QuadTreeIndex::arrangeLeaf(std::uint32_t number, Entries& arranged) {
+    Node& node = nodes_[number];
+    if (node.count == 0) {
+        return;
+    }
+    Leaf leaf{node.bounds, number, 0, node.count, {}};
+    if (!leaves_.empty()) {
+        leaf.first = leaves_.back().first + leaves_.back().count;
+    }
+    const bool hasCells = leaf.count <= mostInCells;
+    std::array<std::uint32_t, 17> places{};
+    if (hasCells) {
         std::uint32_t entry = node.first;
-        for (std::uint32_t left = node.count; left > 0; --left, entry = next_[entry]) {
-            points.push_back(points_[entry]);
-            items.push_back(items_[entry]);
+        for (std::uint32_t left = leaf.count; left > 0; --left, entry = next_[entry]) {
+            ++places[cellOf(leaf.bounds, points_[entry]) + 1];
         }
-    } else {
-        for (std::uint32_t child = 0; child < 4; ++child) {
-            arrangeNode(node.children + child, points, items);
-        }
-        node.count = static_cast<std::uint32_t>(points.size()) - first;
+        std::partial_sum(places.begin(), places.end(), places.begin());
+        std::transform(places.begin(), places.end(), leaf.cells.begin(),
+                       [](std::uint32_t place) { return static_cast<std::uint8_t>(place); });
+    }
+    std::uint32_t previous = none;
+    std::uint32_t first = none;
+    std::uint32_t entry = node.first;
+    for (std::uint32_t left = leaf.count; left > 0; --left, entry = next_[entry]) {
+        const std::uint32_t cell = hasCells ? cellOf(leaf.bounds, points_[entry]) : 0;
+        const std::uint32_t place = leaf.first + places[cell]++;
+        arranged.points[place] = points_[entry];
+        arranged.items[place] = items_[entry];
+        (previous == none ? first : arranged.next[previous]) = place;
+        previous = place;
     }
     node.first = first;
-    node.last = first + node.count - 1;
+    node.last = previous;
+    node.leaf = static_cast<std::uint32_t>(leaves_.size());
+    growByEighth(leaves_);
+    leaves_.push_back(leaf);
 }
 
 void QuadTreeIndex::renumber(std::span<const std::uint32_t> numbers) {
@@ -181,15 +212,14 @@ void QuadTreeIndex::renumber(std::span<const std::uint32_t> numbers) {
 }
 
 void QuadTreeIndex::search(const PQTBounds& area, std::vector<std::uint32_t>& found) const {
-    searchNode(nodes_.front(), bounds_, area, found);
+    searchNode(nodes_.front(), area, found);
 }
 
-void QuadTreeIndex::searchNode(const Node& node, const PQTBounds& own, const PQTBounds& area,
+void QuadTreeIndex::searchNode(const Node& node, const PQTBounds& area,
                                std::vector<std::uint32_t>& found) const {
     if (node.children != 0) {
-        forEachChildIn(own, area, [&](std::uint32_t child) {
-            searchNode(nodes_[node.children + child], childBounds(own, child), area, found);
-        });
+        forEachChildIn(node.bounds, area,
+                       [&](std::uint32_t child) { searchNode(nodes_[node.children + child], area, found); });
         return;
     }
     std::uint32_t entry = node.first;

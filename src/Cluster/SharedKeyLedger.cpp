@@ -21,7 +21,7 @@ SharedKeyLedger::SharedKeyLedger(const ItemKeys& keys) : items_(keys), keys_(key
     latestStays_.assign(distinct.size(), none);
 }
 
-void SharedKeyLedger::find(std::size_t index, std::uint32_t seed, double distance) {
+void SharedKeyLedger::find(std::uint32_t index, std::uint32_t seed, double distance) {
     const ItemKeys::SharedEntry& shared = items_.sharedEntries()[index];
     Key& key = keys_[shared.key];
     const bool isClaimed = key.seed != none;
@@ -36,7 +36,7 @@ void SharedKeyLedger::find(std::size_t index, std::uint32_t seed, double distanc
     }
     key = {distance, seed};
     latest = static_cast<std::uint32_t>(stays_.size());
-    stays_.push_back({shared.entry, seed, false});
+    stays_.push_back({index, seed, false});
 }
 
 std::vector<SharedKeyLedger::Stay> SharedKeyLedger::stays() const {
@@ -44,7 +44,7 @@ std::vector<SharedKeyLedger::Stay> SharedKeyLedger::stays() const {
     std::copy_if(stays_.begin(), stays_.end(), std::back_inserter(result),
                  [](const Stay& stay) { return !stay.hasEnded; });
     std::sort(result.begin(), result.end(), [](const Stay& a, const Stay& b) {
-        return std::tie(a.entry, a.seed) < std::tie(b.entry, b.seed);
+        return std::tie(a.index, a.seed) < std::tie(b.index, b.seed);
     });
     return result;
 }

@@ -16,7 +16,7 @@ class SharedKeyLedger {
  public:
     /// An object's stay in a cluster.
     struct Stay {
-        std::uint32_t entry;
+        std::uint32_t index;  // of the entry among the shared ones
         std::uint32_t seed;
         bool hasEnded;
     };
@@ -24,11 +24,11 @@ class SharedKeyLedger {
     explicit SharedKeyLedger(const ItemKeys& keys);
 
     /// A search has found the entry, which is number `index` of `ItemKeys::sharedEntries`.
-    void find(std::size_t index, std::uint32_t seed, double distance);
+    void find(std::uint32_t index, std::uint32_t seed, double distance);
 
     [[nodiscard]] bool isClaimed(std::uint32_t key) const { return keys_[key].seed != none; }
 
-    /// The stays that have not ended, ascending by entry, then by seed.
+    /// The stays that have not ended, ascending by index, then by seed.
     [[nodiscard]] std::vector<Stay> stays() const;
 
  private:
