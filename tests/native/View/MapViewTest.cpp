@@ -1,4 +1,4 @@
-#include <functional>
+#include <array>
 
 #include "View/MapFixture.h"
 
@@ -83,73 +83,67 @@ TEST_F(MapViewTest, EngineFillsTheViewAndShowsTheLibrarysOwnOrnaments) {
     }
 }
 
-TEST_F(MapViewTest, EverySettingIsKeptAndReachesTheEngine) {
-    struct Case {
-        const char* name;
-        std::function<void(PgmMapView&)> set;
-        std::function<bool(const PgmMapView&)> isStored;
-        std::function<bool(const MLNMapView&)> hasArrived;
-    };
-    const UIEdgeInsets inset{10, 20, 30, 40};
-    const std::vector<Case> cases{
-        {"latitude", [](auto& m) { m.setLatitude(12); }, [](auto& m) { return m.latitude() == 12; },
-         [](auto& e) {
-             return e.centerCoordinate() == CLLocationCoordinate2D{12, 0};
-         }},
-        {"longitude", [](auto& m) { m.setLongitude(34); }, [](auto& m) { return m.longitude() == 34; },
-         [](auto& e) {
-             return e.centerCoordinate() == CLLocationCoordinate2D{12, 34};
-         }},
-        {"zoomLevel", [](auto& m) { m.setZoomLevel(7); }, [](auto& m) { return m.zoomLevel() == 7; },
-         [](auto& e) { return e.zoomLevel() == 7; }},
-        {"minimumZoomLevel", [](auto& m) { m.setMinimumZoomLevel(8); },
-         [](auto& m) { return m.minimumZoomLevel() == 8 && m.zoomLevel() == 7; },
-         [](auto& e) { return e.minimumZoomLevel() == 8 && e.zoomLevel() == 8; }},
-        {"maximumZoomLevel", [](auto& m) { m.setMaximumZoomLevel(9); },
-         [](auto& m) { return m.maximumZoomLevel() == 9; },
-         [](auto& e) { return e.maximumZoomLevel() == 9; }},
-        {"minimumTilt", [](auto& m) { m.setMinimumTilt(5); }, [](auto& m) { return m.minimumTilt() == 5; },
-         [](auto& e) { return e.minimumPitch() == 5; }},
-        {"maximumTilt", [](auto& m) { m.setMaximumTilt(45); }, [](auto& m) { return m.maximumTilt() == 45; },
-         [](auto& e) { return e.maximumPitch() == 45; }},
-        {"contentInset", [&](auto& m) { m.setContentInset(inset); },
-         [&](auto& m) { return m.contentInset() == inset; },
-         [&](auto& e) { return e.contentInset() == inset; }},
-        {"scale bar", [](auto& m) { m.setIsScaleBarVisible(true); },
-         [](auto& m) { return m.isScaleBarVisible(); }, [](auto& e) { return e.showsScale(); }},
-        {"compass", [](auto& m) { m.setIsCompassVisible(false); },
-         [](auto& m) { return !m.isCompassVisible(); }, [](auto& e) { return !e.showsCompassView(); }},
-        {"logo", [](auto& m) { m.setIsLogoVisible(false); }, [](auto& m) { return !m.isLogoVisible(); },
-         [](auto& e) { return !e.showsLogoView(); }},
-        {"logo click", [](auto& m) { m.setIsLogoClickEnabled(false); },
-         [](auto& m) { return !m.isLogoClickEnabled(); },
-         [](auto& e) { return !e.logoView()->isUserInteractionEnabled(); }},
-        {"zoom gestures", [](auto& m) { m.setIsZoomGesturesEnabled(false); },
-         [](auto& m) { return !m.isZoomGesturesEnabled(); },
-         [](auto& e) { return !e.gestures().isZoomEnabled; }},
-        {"scroll gestures", [](auto& m) { m.setIsScrollGesturesEnabled(false); },
-         [](auto& m) { return !m.isScrollGesturesEnabled(); },
-         [](auto& e) { return !e.gestures().isScrollEnabled; }},
-        {"rotate gestures", [](auto& m) { m.setIsRotateGesturesEnabled(false); },
-         [](auto& m) { return !m.isRotateGesturesEnabled(); },
-         [](auto& e) { return !e.gestures().isRotateEnabled; }},
-        {"tilt gestures", [](auto& m) { m.setIsTiltGesturesEnabled(false); },
-         [](auto& m) { return !m.isTiltGesturesEnabled(); },
-         [](auto& e) { return !e.gestures().isPitchEnabled; }},
-        {"deceleration", [](auto& m) { m.setDecelerationRate(0.99); },
-         [](auto& m) { return m.decelerationRate() == 0.99; },
-         [](auto& e) { return e.gestures().decelerationRate == 0.99; }},
-    };
-    const auto map = makeMap();
-    // Without the set-up that makes the engine view, the same setters only store.
+/// Sets a value on a view with an engine and on one without; both keep it, and the engine answers it.
+template <class Value, class Getter, class Arrived>
+void expectForwarded(const std::shared_ptr<PgmMapView>& map, void (PgmMapView::*set)(Value), Getter get,
+                     Value value, Arrived arrived) {
     const auto unfinished = std::make_shared<PgmMapView>(CGRect{});
-    for (const auto& testCase : cases) {
-        SCOPED_TRACE(testCase.name);
-        testCase.set(*map);
-        EXPECT_TRUE(testCase.isStored(*map));
-        EXPECT_TRUE(testCase.hasArrived(engineOf(map)));
-        testCase.set(*unfinished);
-        EXPECT_TRUE(testCase.isStored(*unfinished));
+    for (auto* view : {map.get(), unfinished.get()}) {
+        (view->*set)(value);
+        EXPECT_EQ((view->*get)(), value);
+    }
+    EXPECT_EQ(arrived(*map->mapView()), value);
+}
+
+TEST_F(MapViewTest, EverySettingIsKeptAndReachesTheEngine) {
+    using View = PgmMapView;
+    using Engine = MLNMapView;
+    const auto map = makeMap();
+    const auto latitude = [](auto& engine) { return engine.centerCoordinate().latitude; };
+    const auto longitude = [](auto& engine) { return engine.centerCoordinate().longitude; };
+    expectForwarded(map, &View::setLatitude, &View::latitude, 12.0, latitude);
+    expectForwarded(map, &View::setLongitude, &View::longitude, 34.0, longitude);
+    EXPECT_EQ(engineOf(map).centerCoordinate(), (CLLocationCoordinate2D{12, 34}));
+    const auto member = [](auto get) { return [get](const Engine& engine) { return (engine.*get)(); }; };
+    const auto zoom = member(&Engine::zoomLevel);
+    expectForwarded(map, &View::setZoomLevel, &View::zoomLevel, 7.0, zoom);
+    const auto minimumZoom = member(&Engine::minimumZoomLevel);
+    expectForwarded(map, &View::setMinimumZoomLevel, &View::minimumZoomLevel, 8.0, minimumZoom);
+    EXPECT_EQ(engineOf(map).zoomLevel(), 8);
+    EXPECT_EQ(map->zoomLevel(), 7) << "the view keeps what was set";
+    const auto maximumZoom = member(&Engine::maximumZoomLevel);
+    expectForwarded(map, &View::setMaximumZoomLevel, &View::maximumZoomLevel, 9.0, maximumZoom);
+    const auto minimumPitch = member(&Engine::minimumPitch);
+    expectForwarded(map, &View::setMinimumTilt, &View::minimumTilt, 5.0, minimumPitch);
+    const auto maximumPitch = member(&Engine::maximumPitch);
+    expectForwarded(map, &View::setMaximumTilt, &View::maximumTilt, 45.0, maximumPitch);
+    const auto inset = member(&Engine::contentInset);
+    expectForwarded(map, &View::setContentInset, &View::contentInset, UIEdgeInsets{10, 20, 30, 40}, inset);
+    const auto rate = [](auto& engine) { return engine.gestures().decelerationRate; };
+    expectForwarded(map, &View::setDecelerationRate, &View::decelerationRate, 0.99, rate);
+}
+
+TEST_F(MapViewTest, EveryFlagIsKeptAndReachesTheEngine) {
+    using View = PgmMapView;
+    const auto map = makeMap();
+    for (const bool flag : {false, true}) {
+        SCOPED_TRACE(flag);
+        expectForwarded(map, &View::setIsScaleBarVisible, &View::isScaleBarVisible, flag,
+                        [](auto& engine) { return engine.showsScale(); });
+        expectForwarded(map, &View::setIsCompassVisible, &View::isCompassVisible, flag,
+                        [](auto& engine) { return engine.showsCompassView(); });
+        expectForwarded(map, &View::setIsLogoVisible, &View::isLogoVisible, flag,
+                        [](auto& engine) { return engine.showsLogoView(); });
+        expectForwarded(map, &View::setIsLogoClickEnabled, &View::isLogoClickEnabled, flag,
+                        [](auto& engine) { return engine.logoView()->isUserInteractionEnabled(); });
+        expectForwarded(map, &View::setIsZoomGesturesEnabled, &View::isZoomGesturesEnabled, flag,
+                        [](auto& engine) { return engine.gestures().isZoomEnabled; });
+        expectForwarded(map, &View::setIsScrollGesturesEnabled, &View::isScrollGesturesEnabled, flag,
+                        [](auto& engine) { return engine.gestures().isScrollEnabled; });
+        expectForwarded(map, &View::setIsRotateGesturesEnabled, &View::isRotateGesturesEnabled, flag,
+                        [](auto& engine) { return engine.gestures().isRotateEnabled; });
+        expectForwarded(map, &View::setIsTiltGesturesEnabled, &View::isTiltGesturesEnabled, flag,
+                        [](auto& engine) { return engine.gestures().isPitchEnabled; });
     }
 }
 

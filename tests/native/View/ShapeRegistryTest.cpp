@@ -247,6 +247,7 @@ TEST_F(ShapeRegistryTest, ANewIdentifierKeepsTheShapeDrawn) {
     const auto map = makeLoadedMap();
     const auto area = PgmPolygon::create({{-1, -1}, {-1, 1}, {1, 1}, {1, -1}});
     area->setMapView(map);
+    map->setZoomLevel(8);
     port.runFrame();
     area->setIdentifier("renamed");
     EXPECT_TRUE(port.runUntilIdle());
