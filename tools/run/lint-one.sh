@@ -12,25 +12,24 @@ is_stale() {
         [[ -n $(find include src ports apps tests bench -name '*.h' -newer "$clean" -print -quit) ]]
 }
 
-# What em++ would tell its compiler; clang-tidy cannot ask it.
-web_options() {
-    local option
-    for option in $(em++ --cflags); do
-        printf -- '--extra-arg-before=%s\n' "$option"
-    done
-}
-
 is_stale || exit 0
+before=()
+after=()
 case $source in
-ports/web/* | apps/viewer/* | bench/browser/*)
-    mapfile -t options < <(web_options)
-    options+=(-p build/web)
+ports/web/* | apps/viewer/src/page/* | tests/browser/* | bench/browser/*)
+    before=(-p build/web)
+    for option in $(em++ --cflags); do # what em++ tells its compiler, which clang-tidy does not know
+        before+=("--extra-arg-before=$option")
+    done
+    ;;
+examples/*)
+    after=(-- -std=c++20 -Iinclude -Iports/headless/include)
     ;;
 *)
-    options=(-p build/release)
+    before=(-p build/release)
     ;;
 esac
 printf '%s\n' "$source"
-clang-tidy --quiet "${options[@]}" "$source"
+clang-tidy --quiet "${before[@]}" "$source" "${after[@]}"
 mkdir -p "$(dirname "$clean")"
 touch "$clean"
