@@ -1,10 +1,10 @@
 # shellcheck shell=bash
 # What each command needs from Debian, and getting it.
 
-readonly NATIVE_PACKAGES=(cmake ninja-build g++ pkg-config nodejs librsvg2-bin nlohmann-json3-dev libstb-dev
-    libcairo2-dev libpango1.0-dev fonts-noto-core fonts-noto-cjk libgmock-dev libproj-dev)
-readonly WEB_PACKAGES=(cmake ninja-build g++ nodejs npm ca-certificates librsvg2-bin nlohmann-json3-dev libstb-dev
-    emscripten node-acorn)
+readonly BUILD_PACKAGES=(cmake ninja-build g++ nodejs npm ca-certificates librsvg2-bin nlohmann-json3-dev libstb-dev)
+readonly NATIVE_PACKAGES=("${BUILD_PACKAGES[@]}" pkg-config libcairo2-dev libpango1.0-dev fonts-noto-core fonts-noto-cjk
+    libgmock-dev libproj-dev)
+readonly WEB_PACKAGES=("${BUILD_PACKAGES[@]}" emscripten node-acorn)
 readonly BROWSER_PACKAGES=(chromium fonts-noto-core fonts-noto-cjk)
 readonly BENCH_PACKAGES=(libbenchmark-dev)
 readonly FORMAT_PACKAGES=(clang-format)

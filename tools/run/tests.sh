@@ -2,11 +2,16 @@
 # Tests and benchmarks.
 
 run_test() {
-    local kinds=("$@") kind
+    local kinds=("$@") kind needed=()
     ((${#kinds[@]} > 0)) || kinds=(native browser)
     for kind in "${kinds[@]}"; do
-        [[ $kind =~ ^(native|browser|sanitize)$ ]] || misuse "test: there is no kind '$kind'"
+        case $kind in
+        native | sanitize) needed+=("${NATIVE_PACKAGES[@]}") ;;
+        browser) needed+=("${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}") ;;
+        *) misuse "test: there is no kind '$kind'" ;;
+        esac
     done
+    need_packages "${needed[@]}"
     for kind in "${kinds[@]}"; do
         "test_$kind"
     done
@@ -25,7 +30,6 @@ test_sanitize() {
 }
 
 test_browser() {
-    need_packages "${BROWSER_PACKAGES[@]}"
     build_web
     say "==> Running the browser tests"
     in_root node --test "$root"/tests/browser/*.test.mjs || fail "browser tests failed"
