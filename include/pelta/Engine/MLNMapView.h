@@ -22,10 +22,10 @@ namespace pelta {
 /// Commands take effect at once, queries answer synchronously, changes of the style show at the next frame.
 /// Numbers that are not finite are ignored by setters. Any change of the camera reports will-change,
 /// is-changing (at least once, the last with the final camera) and did-change to the delegate; one without
-/// animation does so before the call returns. A change without animation to where the camera is already reports
-/// nothing. A new change ends a transition under way where it is; the newest wins, also over one that is still
-/// reporting. The completions of changes that the view's release cuts short run later, from the main queue. Main
-/// thread only.
+/// animation does so before the call returns. A change without animation to where the camera is already
+/// reports nothing. A new change ends a transition under way where it is; the newest wins, also over one that
+/// is still reporting. The completions of changes that the view's release cuts short run later, from the main
+/// queue. Main thread only.
 class MLNMapView : public UIView {
  public:
     /// Runs once when a camera change has ended, also when it was interrupted.
@@ -202,8 +202,8 @@ class MLNMapView : public UIView {
 
     /// @name User location
     /// @{
-    /// Switches the port's location source on or off for this view. Off forgets the location; the tracking mode
-    /// stays and rests until the location is shown again.
+    /// Switches the port's location source on or off for this view. Off forgets the location; the tracking
+    /// mode stays and rests until the location is shown again.
     void setShowsUserLocation(bool shows);
     /// Whether the user's location is shown.
     [[nodiscard]] bool showsUserLocation() const;
@@ -214,8 +214,8 @@ class MLNMapView : public UIView {
     /// Null while not shown or not yet known.
     [[nodiscard]] const MLNUserLocation* userLocation() const;
     /// With another mode than none the camera moves to each reported location, animated, until a pan ends it
-    /// or the mode is set to none. Following the heading or the course also turns the map, once they are known.
-    /// Moving the camera by a command does not end it.
+    /// or the mode is set to none. Following the heading or the course also turns the map, once they are
+    /// known. Moving the camera by a command does not end it.
     void setUserTrackingMode(MLNUserTrackingMode mode);
     /// How the camera follows the user's location.
     [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;

@@ -32,8 +32,8 @@ class HeadlessPort {
     /// Seconds since the port was made.
     [[nodiscard]] double now() const noexcept;
     /// Lets time pass: main-queue tasks run at their due time and requested frames at the first sixtieth of a
-    /// second after the request, in order, until `seconds` are over. The views of this port's windows are laid
-    /// out at every frame. Negative and non-finite values count as 0, which still runs what is due.
+    /// second after the request, in order, until `seconds` are over. The views of this port's windows are
+    /// laid out at every frame. Negative and non-finite values count as 0, which still runs what is due.
     void advance(double seconds);
     /// Runs one frame at the present moment, requested or not, and what is due on the main queue.
     void runFrame();
