@@ -54,7 +54,7 @@ const std::shared_ptr<UIView>& MLNMapView::scaleBar() const {
 // User location
 
 void MLNMapView::setShowsUserLocation(bool shows) {
-    core_->setShowsUserLocation(shows);
+    core()->setShowsUserLocation(shows);
 }
 
 bool MLNMapView::showsUserLocation() const {

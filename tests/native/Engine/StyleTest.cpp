@@ -195,7 +195,7 @@ TEST_F(StyleTest, LayersMoveBetweenStyles) {
     EXPECT_EQ(take(), "order a+");
 }
 
-TEST_F(StyleTest, RestackingManyLayersLeavesNothingToDo) {
+TEST_F(StyleTest, RestackingManyLayersCostsTheNextFrameNothing) {
     std::vector<LayerPtr> layers;
     for (int i = 0; i < 10000; ++i) {
         layers.push_back(layer("layer_" + std::to_string(i)));
