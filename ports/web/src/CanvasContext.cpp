@@ -97,15 +97,17 @@ void CanvasContext::drawPart(const val& picture, const ImagePart& part, double i
     };
     const double stepX = step(from.size.width, to.size.width);
     const double stepY = step(from.size.height, to.size.height);
-    for (double y = 0; y < to.size.height; y += stepY) {
-        for (double x = 0; x < to.size.width; x += stepX) {
-            // The last tile of a row or column is cut off at the rectangle's edge.
-            const double width = std::min(stepX, to.size.width - x);
-            const double height = std::min(stepY, to.size.height - y);
-            context_.call<void>("drawImage", picture, from.origin.x, from.origin.y,
-                                from.size.width * width / stepX, from.size.height * height / stepY,
-                                to.origin.x + x, to.origin.y + y, width, height);
-        }
+    const int columns = static_cast<int>(std::ceil(to.size.width / stepX));
+    const int rows = static_cast<int>(std::ceil(to.size.height / stepY));
+    for (int tile = 0; tile < columns * rows; ++tile) {
+        const double x = (tile % columns) * stepX;
+        const double y = (tile / columns) * stepY;
+        // The last tile of a row or column is cut off at the rectangle's edge.
+        const double width = std::min(stepX, to.size.width - x);
+        const double height = std::min(stepY, to.size.height - y);
+        context_.call<void>("drawImage", picture, from.origin.x, from.origin.y,
+                            from.size.width * width / stepX, from.size.height * height / stepY,
+                            to.origin.x + x, to.origin.y + y, width, height);
     }
 }
 

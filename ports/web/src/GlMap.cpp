@@ -9,16 +9,18 @@
 using emscripten::val;
 
 // clang-format off
-// A call that the engine refuses must not take the frame's other calls with it.
+// A call that the engine refuses must not take the frame's other calls with it. The calls go to the style itself,
+// where they can leave out the check that takes as long as the style is large, for each layer anew.
 EM_JS(void, peltaRunCalls, (emscripten::EM_VAL handle, const char* text), {
     const map = Emval.toValue(handle);
     JSON.parse(UTF8ToString(text)).forEach(([source, method, ...values]) => {
         try {
-            (source === null ? map : map.getSource(source))[method](...values);
+            (source === null ? map.style : map.getSource(source))[method](...values);
         } catch (error) {
             console.error(error);
         }
     });
+    map._update(true);
 });
 
 EM_JS(void, peltaProject, (emscripten::EM_VAL handle, double longitude, double latitude, double* result), {
@@ -54,7 +56,7 @@ val position(CLLocationCoordinate2D coordinate) {
 }
 
 val module() {
-    const val engine = val::module_property("maplibregl");
+    val engine = val::module_property("maplibregl");
     if (engine.isUndefined()) {
         fatalError("The page must hand MapLibre GL JS to the application as its module's `maplibregl`.");
     }

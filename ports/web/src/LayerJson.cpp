@@ -197,6 +197,10 @@ void beginCall(JsonWriter& json, std::string_view method, const MLNStyleLayer& l
 
 }  // namespace
 
+void writeUnchecked(JsonWriter& json) {
+    json.raw(R"({"validate":false})");
+}
+
 void writeLayer(JsonWriter& json, const MLNStyleLayer& layer) {
     json.beginObject();
     json.member("id", layer.identifier());
@@ -222,6 +226,7 @@ void writeLayerChanges(JsonWriter& json, const MLNStyleLayer& layer, std::uint32
         beginCall(json, "setLayoutProperty", layer);
         json.value("visibility");
         json.value(layer.isVisible() ? "visible" : "none");
+        writeUnchecked(json);
         json.endArray();
     }
     if ((changes & MLNStyleLayer::zoomRangeChange) != 0) {
@@ -240,6 +245,7 @@ void writeLayerChanges(JsonWriter& json, const MLNStyleLayer& layer, std::uint32
         } else {
             json.null();
         }
+        writeUnchecked(json);
         json.endArray();
     }
     visitLayerProperties(

@@ -9,6 +9,9 @@ namespace pelta {
 /// Writes a layer as a style document would hold it, with the properties that have been set.
 void writeLayer(JsonWriter& json, const MLNStyleLayer& layer);
 
+/// Writes the last argument of calls that are right by construction and need no check.
+void writeUnchecked(JsonWriter& json);
+
 /// Writes the calls that bring a layer of the map in line with its model, each as an array
 /// `[null, method, arguments…]`.
 ///

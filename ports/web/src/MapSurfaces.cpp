@@ -33,7 +33,7 @@ const val& waitingRoom() {
 }  // namespace
 
 val MapSurfaces::add(const void* owner) {
-    const val element = makeElement("position:absolute;left:0;top:0");
+    val element = makeElement("position:absolute;left:0;top:0");
     park(element);
     surfaces().insert_or_assign(owner, element);
     return element;

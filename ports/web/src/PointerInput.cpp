@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 
 using emscripten::val;
 
 namespace pelta {
 
-PointerInput::PointerInput(const val& root, UIWindow& window) : root_(root), window_(window) {
+PointerInput::PointerInput(val root, UIWindow& window) : root_(std::move(root)), window_(window) {
     val capture = val::object();
     capture.set("capture", true);
     const auto listen = [&](const val& target, const char* type, UITouchPhase phase) {

@@ -15,7 +15,7 @@ namespace pelta {
 class PointerInput {
  public:
     /// Both outlive this object.
-    PointerInput(const emscripten::val& root, UIWindow& window);
+    PointerInput(emscripten::val root, UIWindow& window);
 
  private:
     void deliver(const emscripten::val& event, UITouchPhase phase);

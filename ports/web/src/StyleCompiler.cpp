@@ -60,6 +60,14 @@ std::unordered_set<std::string> stayingLayers(const std::vector<std::string>& fo
     return staying;
 }
 
+void writeNameOrNull(JsonWriter& json, const std::string& name) {
+    if (name.empty()) {
+        json.null();
+    } else {
+        json.value(name);
+    }
+}
+
 }  // namespace
 
 void StyleCompiler::reset(const StyleDocument& document) {
@@ -124,8 +132,6 @@ void StyleCompiler::removeSources(const MLNStyle& style, const MLNStyleChanges& 
 void StyleCompiler::compileSources(const MLNStyleChanges& changes) {
     // Far enough for every zoom that a map has; beyond it positions would be rounded to coarser steps.
     constexpr int deepestTiles = 22;
-    // How far a line may be drawn from its course, points. The usual value shows the corners of circles.
-    constexpr double tolerance = 0.1;
     // Points by which a line may be straightened; the engine's own 0.375 shows as corners in circles.
     constexpr double simplification = 0.05;
     for (const auto& source : changes.changedSources) {
@@ -140,11 +146,11 @@ void StyleCompiler::compileSources(const MLNStyleChanges& changes) {
             calls_.beginObject();
             calls_.member("type", "geojson");
             calls_.member("maxzoom", deepestTiles);
-            calls_.member("tolerance", tolerance);
             calls_.member("tolerance", simplification);
             calls_.key("data");
             writeFeatures(calls_, compiled.features);
             calls_.endObject();
+            writeUnchecked(calls_);
         } else {
             beginCall(identifier, "setData");
             writeFeatures(calls_, compiled.features);
@@ -163,18 +169,15 @@ void StyleCompiler::compileOrder(const MLNStyle& style) {
             newLayers_.insert(identifier);
             beginCall({}, "addLayer");
             writeLayer(calls_, **layer);
+            writeNameOrNull(calls_, above);
+            writeUnchecked(calls_);
+            calls_.endArray();
         } else if (staying.count(identifier) == 0) {
             beginCall({}, "moveLayer");
             calls_.value(identifier);
-        } else {
-            above = identifier;
-            order_.push_back(identifier);
-            continue;
+            writeNameOrNull(calls_, above);
+            calls_.endArray();
         }
-        if (!above.empty()) {
-            calls_.value(above);
-        }
-        calls_.endArray();
         above = identifier;
         order_.push_back(identifier);
     }

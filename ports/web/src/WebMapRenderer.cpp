@@ -306,7 +306,7 @@ val WebMapRenderer::constrain(const val& arguments) const {
     if (commandDepth_ > 0) {
         return allowed;  // The map view has seen to its limits.
     }
-    const double longitude = center["lng"].as<double>();
+    const auto longitude = center["lng"].as<double>();
     CameraState wanted = camera_;
     wanted.center = {center["lat"].as<double>(), longitude};
     wanted.zoom = zoom.as<double>();

@@ -89,7 +89,7 @@ UIWindow& WebPort::openWindow(const val& element) {
 }
 
 double WebPort::screenScale() const {
-    const double ratio = val::global("devicePixelRatio").as<double>();
+    const auto ratio = val::global("devicePixelRatio").as<double>();
     return ratio > 0 ? ratio : 1;
 }
 
