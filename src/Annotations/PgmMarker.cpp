@@ -153,9 +153,9 @@ void PgmMarker::applyTitle(MLNSymbolStyleLayer& layer) const {
     layer.setTextFontNames(titleFontNames());
     layer.setTextColor(titleColor_);
     layer.setTextFontSize(titleSize_);
-    // The engine has one flag for icons; of the two of a marker the one written last wins.
-    layer.setIconAllowsOverlap(isAllowOverlapSymbols_);
     layer.setTextAllowsOverlap(isAllowOverlapTitle_);
+    // The engine has one flag for icons, and isAllowOverlapMarkers has the last word over
+    // isAllowOverlapSymbols. Writing both in turn would mark every layer changed at every update.
     layer.setIconAllowsOverlap(isAllowOverlapMarkers_);
     layer.setTextOpacity(alpha_);
     layer.setTextHaloColor(titleHaloColor_);

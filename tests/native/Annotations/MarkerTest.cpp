@@ -126,6 +126,17 @@ TEST_F(MarkerTest, EveryStyleSetterReachesTheLayerAtOnce) {
     }
 }
 
+TEST_F(MarkerTest, AnUpdateThatChangesNothingLeavesTheLayerUnchanged) {
+    const auto marker = attached();
+    port.runFrame();
+    marker->setZIndex(3);
+    marker->setTitle("");
+    marker->setIsAllowOverlapSymbols(true);
+    EXPECT_EQ(marker->symbolLayer()->changes(), 0U);
+    marker->setTitle("changed");
+    EXPECT_EQ(marker->symbolLayer()->changes(), 1U) << "the text alone";
+}
+
 TEST_F(MarkerTest, AlphaAngleAndAnchorWaitForAnotherChange) {
     const auto marker = attached();
     const auto offset = marker->symbolLayer()->iconOffset();
