@@ -61,7 +61,7 @@ SharedCase animationCase(std::string_view name, PgmCameraUpdateAnimation kind) {
 
 /// The second move ends the first one, which still reports its end.
 SharedCase interruptionCase(std::string_view name, PgmCameraUpdateAnimation second,
-                            std::string secondEvents) {
+                            const std::string& secondEvents) {
     const auto completions = std::make_shared<Completions>();
     return {name,
             {[=](SharedScene& scene) {

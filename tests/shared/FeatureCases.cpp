@@ -42,8 +42,7 @@ struct Probe {
 void expectHits(SharedScene& scene, std::initializer_list<Probe> probes, std::string_view when) {
     for (const Probe& probe : probes) {
         const std::string place = std::to_string(probe.x) + ", " + std::to_string(probe.y);
-        scene.expectEqual(scene.hits(probe.x, probe.y), probe.found,
-                          std::string(when) + " at " + place.c_str());
+        scene.expectEqual(scene.hits(probe.x, probe.y), probe.found, std::string(when) + " at " + place);
     }
 }
 
@@ -54,8 +53,8 @@ Step look(double zoom, double tilt = 0, double bearing = 0) {
 }
 
 /// A case that adds one shape, made anew for each run, and then probes.
-SharedCase shapeCase(std::string_view name, std::function<std::shared_ptr<PgmShape>()> makeShape,
-                     std::vector<Probe> probes) {
+SharedCase shapeCase(std::string_view name, const std::function<std::shared_ptr<PgmShape>()>& makeShape,
+                     const std::vector<Probe>& probes) {
     return {name,
             {[makeShape](SharedScene& scene) { scene.add(makeShape(), "a"); },
              [probes](SharedScene& scene) {
@@ -65,7 +64,7 @@ SharedCase shapeCase(std::string_view name, std::function<std::shared_ptr<PgmSha
              }}};
 }
 
-SharedCase markerCase(std::string_view name, void (*change)(PgmMarker&), std::vector<Probe> probes) {
+SharedCase markerCase(std::string_view name, void (*change)(PgmMarker&), const std::vector<Probe>& probes) {
     return shapeCase(
         name,
         [change]() -> std::shared_ptr<PgmShape> {
@@ -73,7 +72,7 @@ SharedCase markerCase(std::string_view name, void (*change)(PgmMarker&), std::ve
             change(*made);
             return made;
         },
-        std::move(probes));
+        probes);
 }
 
 std::vector<SharedCase> markerCases() {
@@ -155,7 +154,7 @@ std::vector<SharedCase> lineAndAreaCases() {
             return made;
         };
     };
-    const auto area = [](double strokeWidth, std::vector<CLLocationCoordinate2D> ring) {
+    const auto area = [](double strokeWidth, const std::vector<CLLocationCoordinate2D>& ring) {
         return [strokeWidth, ring]() -> std::shared_ptr<PgmShape> {
             auto made = PgmPolygon::create(ring);
             made->setStrokeWidth(strokeWidth);
@@ -232,8 +231,8 @@ SharedCase zoomRangeCase() {
         std::string_view found;
     };
     for (const Row& row : {Row{10, "a"}, Row{10.01, ""}, Row{4.99, ""}, Row{5, "a"}, Row{7.5, "a"}}) {
-        steps.push_back(look(row.zoom));
-        steps.push_back([row](SharedScene& scene) {
+        steps.emplace_back(look(row.zoom));
+        steps.emplace_back([row](SharedScene& scene) {
             expectHits(scene, {{200, 120, row.found}}, "zoom " + std::to_string(row.zoom));
         });
     }

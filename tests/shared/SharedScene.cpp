@@ -91,7 +91,7 @@ void SharedScene::look(CLLocationCoordinate2D target, double zoom, double tilt, 
     map_->setCameraPosition(PgmCameraPosition::create(target, zoom, tilt, bearing));
 }
 
-void SharedScene::loadStyle() {
+void SharedScene::loadStyle() const {
     engine().setStyleJSON(std::string(emptyStyle));
 }
 

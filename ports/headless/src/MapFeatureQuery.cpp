@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <unordered_set>
 
 namespace pelta {
@@ -54,8 +55,8 @@ MapFeatureQuery::Features MapFeatureQuery::run(std::span<const std::string> laye
     const LayerFilter filter(layerIdentifiers);
     Features found;
     const auto& order = scene_.order();
-    for (auto slot = order.rbegin(); slot != order.rend(); ++slot) {
-        const MapSceneLayer& layer = scene_.layer(*slot);
+    for (std::size_t i = order.size(); i-- > 0;) {
+        const MapSceneLayer& layer = scene_.layer(order[i]);
         if (layer.isDrawnAt(zoom_) && filter.admits(layer)) {
             addHits(layer, found);
         }
@@ -69,22 +70,24 @@ void MapFeatureQuery::addHits(const MapSceneLayer& layer, Features& found) {
         return;
     }
     const auto features = source->featuresMatching(layer.predicate);
-    for (auto feature = features.rbegin(); feature != features.rend(); ++feature) {
+    for (std::size_t i = features.size(); i-- > 0;) {
+        const std::uint32_t feature = features[i];
         const bool isFound =
-            !source->ground(*feature).empty() &&
-            std::visit([&](const auto& properties) { return isHit(properties, *source, *feature); },
+            !source->ground(feature).empty() &&
+            std::visit([&](const auto& properties) { return isHit(properties, *source, feature); },
                        layer.properties);
         if (isFound) {
-            found.push_back(source->sharedFeature(*feature));
+            found.push_back(source->sharedFeature(feature));
         }
     }
 }
 
 template <class Test>
 bool MapFeatureQuery::isTrueInSomeCopy(const MapBox& box, double margin, Test test) const {
-    const double last = std::floor(groundBox_.maxX + margin - box.minX);
-    for (double copy = std::ceil(groundBox_.minX - margin - box.maxX); copy <= last; ++copy) {
-        if (test(copy)) {
+    const auto first = static_cast<std::int64_t>(std::ceil(groundBox_.minX - margin - box.maxX));
+    const auto last = static_cast<std::int64_t>(std::floor(groundBox_.maxX + margin - box.minX));
+    for (std::int64_t copy = first; copy <= last; ++copy) {
+        if (test(static_cast<double>(copy))) {
             return true;
         }
     }

@@ -1,6 +1,8 @@
 #include "MapSceneSource.h"
 
 #include <algorithm>
+#include <cmath>
+#include <cstddef>
 #include <functional>
 #include <numeric>
 
@@ -44,6 +46,7 @@ void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
 }
 
 void MapSceneSource::addFeature(const MLNShape& shape) {
+    const std::size_t begin = coordinates_.size();
     switch (shape.kind()) {
         case MLNShapeKind::point:
             coordinates_.push_back(static_cast<const MLNPointFeature&>(shape).coordinate());
@@ -58,6 +61,14 @@ void MapSceneSource::addFeature(const MLNShape& shape) {
             break;
         case MLNShapeKind::collection:
             return;
+    }
+    const auto isFinite = [](CLLocationCoordinate2D coordinate) {
+        return std::isfinite(coordinate.latitude) && std::isfinite(coordinate.longitude);
+    };
+    const auto first = coordinates_.begin() + static_cast<std::ptrdiff_t>(begin);
+    if (!std::all_of(first, coordinates_.end(), isFinite)) {
+        coordinates_.resize(begin);
+        return;
     }
     features_.push_back(&shape);
     coordinateEnds_.push_back(static_cast<std::uint32_t>(coordinates_.size()));

@@ -17,7 +17,8 @@ namespace pelta {
 /// The features of a source, as they were when it was last given a shape.
 ///
 /// Geometry is copied into flat arrays at once; what only queries need (ground positions, boxes, look-up by
-/// attribute) is made at the first query. Collections within a collection are not drawn.
+/// attribute) is made at the first query. Collections within a collection
+/// and features with non-finite coordinates are not drawn.
 class MapSceneSource {
  public:
     /// Replaces the contents by a shape; null for none.

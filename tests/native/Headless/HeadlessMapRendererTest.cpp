@@ -191,7 +191,7 @@ TEST_F(HeadlessMapRendererTest, MeasuresAndBreaksTexts) {
 }
 
 TEST_F(HeadlessMapRendererTest, KeepsTrackOfLayersThatComeAndGo) {
-    const auto expectOrder = [this](std::vector<std::string> order) {
+    const auto expectOrder = [this](const std::vector<std::string>& order) {
         commit();
         EXPECT_EQ(namesBeside(0, 0), order);
     };
@@ -236,7 +236,8 @@ TEST_F(HeadlessMapRendererTest, FindsCopiesOfTheWorldOnce) {
 
 TEST_F(HeadlessMapRendererTest, FindsNothingWhereNothingIsDrawn) {
     auto empty = MLNPolygonFeature::polygonWithCoordinates({});
-    setFeatures({point("a"), MLNShapeCollectionFeature::shapeCollectionWithShapes({point("b")}), empty});
+    setFeatures({point("a"), MLNShapeCollectionFeature::shapeCollectionWithShapes({point("b")}), empty,
+                 point("nowhere", {std::nan(""), 0})});
     addIconLayer("icons", 20);
     addLayer<MLNFillStyleLayer>("fills");
     addLayer<MLNLineStyleLayer>("lines")->setLineWidth(0.0);
@@ -287,8 +288,9 @@ TEST_F(HeadlessMapRendererTest, AgreesWithAGridOfPoints) {
         };
         const auto anyInside = [&isInside](CGRect grid) {
             for (int i = 0; i < 1600; ++i) {
+                const int row = i / 40;
                 if (isInside({grid.minX() + grid.size.width * (i % 40) / 39,
-                              grid.minY() + grid.size.height * (i / 40) / 39})) {
+                              grid.minY() + grid.size.height * row / 39})) {
                     return true;
                 }
             }
