@@ -19,6 +19,12 @@ namespace pelta {
 /// Nothing happens by itself: frames, timers, transitions and fetched documents take place inside `advance`,
 /// `runFrame` and `runUntilIdle`. Callbacks that run inside one of these must not call them; such calls are
 /// ignored.
+///
+/// The map has no pixels but knows what is drawn where: the perspective is exact, and feature queries see
+/// icons and titles by their boxes, lines by their width and areas by their inside, as the last frame left
+/// them. Three things differ from a map that is painted. Symbols never give way to each other, whatever their
+/// overlap flags say. What is transparent is still found. And the style document's own layers have no data:
+/// they are in the style, so that shapes find their place among them, but queries do not find their features.
 class HeadlessPort {
  public:
     /// @param screenScale  pixels a point, above 0; other values count as 1.
