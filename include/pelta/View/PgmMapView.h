@@ -153,6 +153,14 @@ class PgmMapView : public UIView {
     [[nodiscard]] PgmPosition logoViewPosition() const noexcept { return PgmPosition::bottomLeft; }
     /// Points from the edges at which the logo stands.
     [[nodiscard]] CGPoint logoViewMargins() const noexcept { return {8, 8}; }
+    /// Where the zoom control has its place.
+    [[nodiscard]] PgmPosition zoomViewPosition() const noexcept { return PgmPosition::centerRight; }
+    /// Points from the edges at which the zoom control has its place.
+    [[nodiscard]] CGPoint zoomViewMargins() const noexcept { return {8, 0}; }
+    /// Where the location button has its place.
+    [[nodiscard]] PgmPosition locationViewPosition() const noexcept { return PgmPosition::bottomRight; }
+    /// Points from the edges at which the location button has its place.
+    [[nodiscard]] CGPoint locationViewMargins() const noexcept { return {0, 0}; }
     /// @}
 
     /// @name Gestures
