@@ -68,7 +68,12 @@ FormedClusters ClusterFormation::form() {
         items_.tree().fetch(claims_[entry].leaf);
     }
     if (const std::uint32_t entry = entryAt(12); entry != none) {
+        const auto last = static_cast<std::uint32_t>(stored_.size() - 1);
+        __builtin_prefetch(&stored_[entry - std::min(entry, 8U)]);
+        __builtin_prefetch(&stored_[entry - std::min(entry, 4U)]);
         __builtin_prefetch(&stored_[entry]);
+        __builtin_prefetch(&stored_[std::min(entry + 4, last)]);
+        __builtin_prefetch(&stored_[std::min(entry + 8, last)]);
     }
 }
 

@@ -22,8 +22,8 @@ struct FormedClusters {
     std::vector<std::uint32_t> starts;  // where each cluster's members start; one more at the end
     std::vector<std::uint32_t> members;
 
-    [[nodiscard]] std::span<const std::uint32_t> membersOf(std::size_t cluster) const {
-        return std::span(members).subspan(starts[cluster], starts[cluster + 1] - starts[cluster]);
+    [[nodiscard]] std::size_t sizeOf(std::size_t cluster) const {
+        return starts[cluster + 1] - starts[cluster];
     }
 };
 

@@ -13,47 +13,68 @@ namespace {
 using Clusters = std::vector<std::shared_ptr<PgmCluster>>;
 using Items = std::vector<std::shared_ptr<PgmClusterItem>>;
 
-std::shared_ptr<PgmCluster> largeCluster(const detail::FormedClusters& formed, std::size_t cluster,
-                                         std::span<const detail::ItemRecord> records) {
-    Items items;
-    items.reserve(formed.membersOf(cluster).size());
-    for (const std::uint32_t member : formed.membersOf(cluster)) {
-        items.push_back(records[member].item);
-    }
-    return std::make_shared<PgmStaticCluster>(records[formed.seeds[cluster]].item->position(),
-                                              std::move(items));
-}
+/// Turns formed clusters into those that are handed out.
+class Handover {
+ public:
+    Handover(const detail::FormedClusters& formed, std::span<const detail::ItemRecord> records,
+             std::uint64_t smallestCount)
+        : formed_(formed), records_(records), smallestCount_(smallestCount) {}
 
-std::shared_ptr<PgmCluster> clusterOfOne(const std::shared_ptr<PgmClusterItem>& item) {
-    return std::make_shared<PgmStaticCluster>(item->position(), Items{item});
-}
-
-/// Large clusters, then what is left of the small ones.
-Clusters brokenUp(const detail::FormedClusters& formed, std::span<const detail::ItemRecord> records,
-                  std::uint64_t smallestCount) {
-    std::size_t total = 0;
-    const auto isLarge = [&](std::size_t cluster) {
-        return formed.membersOf(cluster).size() >= smallestCount;
-    };
-    for (std::size_t cluster = 0; cluster < formed.seeds.size(); ++cluster) {
-        total += isLarge(cluster) ? 1 : formed.membersOf(cluster).size();
-    }
-    Clusters clusters;
-    clusters.reserve(total);
-    for (std::size_t cluster = 0; cluster < formed.seeds.size(); ++cluster) {
-        if (isLarge(cluster)) {
-            clusters.push_back(largeCluster(formed, cluster, records));
-        }
-    }
-    for (std::size_t cluster = 0; cluster < formed.seeds.size(); ++cluster) {
-        if (!isLarge(cluster)) {
-            for (const std::uint32_t member : formed.membersOf(cluster)) {
-                clusters.push_back(clusterOfOne(records[member].item));
+    /// Large clusters, then what is left of the small ones.
+    Clusters clusters() const {
+        Clusters clusters;
+        clusters.reserve(count());
+        for (std::size_t cluster = 0; cluster < formed_.seeds.size(); ++cluster) {
+            if (isLarge(cluster)) {
+                clusters.push_back(large(cluster));
             }
         }
+        for (std::size_t cluster = 0; cluster < formed_.seeds.size(); ++cluster) {
+            if (!isLarge(cluster)) {
+                for (std::uint32_t i = formed_.starts[cluster]; i < formed_.starts[cluster + 1]; ++i) {
+                    const auto& item = member(i);
+                    clusters.push_back(std::make_shared<PgmStaticCluster>(item->position(), item));
+                }
+            }
+        }
+        return clusters;
     }
-    return clusters;
-}
+
+ private:
+    bool isLarge(std::size_t cluster) const { return formed_.sizeOf(cluster) >= smallestCount_; }
+
+    std::size_t count() const {
+        std::size_t count = 0;
+        for (std::size_t cluster = 0; cluster < formed_.seeds.size(); ++cluster) {
+            count += isLarge(cluster) ? 1 : formed_.sizeOf(cluster);
+        }
+        return count;
+    }
+
+    std::shared_ptr<PgmCluster> large(std::size_t cluster) const {
+        Items items;
+        items.reserve(formed_.sizeOf(cluster));
+        for (std::uint32_t i = formed_.starts[cluster]; i < formed_.starts[cluster + 1]; ++i) {
+            items.push_back(member(i));
+        }
+        const auto& seed = records_[formed_.seeds[cluster]].item;
+        return std::make_shared<PgmStaticCluster>(seed->position(), std::move(items));
+    }
+
+    /// Members lie scattered in memory, and so do their items; those that come next are fetched ahead.
+    const std::shared_ptr<PgmClusterItem>& member(std::uint32_t i) const {
+        const auto& members = formed_.members;
+        if (i + 16 < members.size()) {
+            __builtin_prefetch(&records_[members[i + 16]]);
+            __builtin_prefetch(records_[members[i + 8]].item.get(), 1);
+        }
+        return records_[members[i]].item;
+    }
+
+    const detail::FormedClusters& formed_;
+    std::span<const detail::ItemRecord> records_;
+    std::uint64_t smallestCount_;
+};
 
 }  // namespace
 
@@ -99,7 +120,7 @@ std::vector<std::shared_ptr<PgmCluster>> PgmNonHierarchicalDistanceBasedAlgorith
     const double scale = std::pow(2.0, static_cast<double>(zoom + 11.0F));
     const double halfWidth = 2.0 * static_cast<double>(maxDistanceBetweenItems_) / scale;
     const auto formed = detail::ClusterFormation(*items_, halfWidth).form();
-    return brokenUp(formed, items_->records(), minClusteringCount_);
+    return Handover(formed, items_->records(), minClusteringCount_).clusters();
 }
 
 }  // namespace pelta

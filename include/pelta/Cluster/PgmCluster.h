@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include <pelta/Platform/CoreLocation.h>
@@ -45,13 +46,23 @@ class PgmStaticCluster final : public PgmCluster {
     PgmStaticCluster(CLLocationCoordinate2D position, std::vector<std::shared_ptr<PgmClusterItem>> items)
         : position_(position), items_(std::move(items)) {}
 
+    /// A cluster of one item.
+    PgmStaticCluster(CLLocationCoordinate2D position, std::shared_ptr<PgmClusterItem> item)
+        : position_(position), items_(std::move(item)) {}
+
     [[nodiscard]] CLLocationCoordinate2D position() const override { return position_; }
-    [[nodiscard]] std::uint64_t count() const override { return items_.size(); }
-    [[nodiscard]] std::span<const std::shared_ptr<PgmClusterItem>> items() const override { return items_; }
+    [[nodiscard]] std::uint64_t count() const override { return items().size(); }
+    [[nodiscard]] std::span<const std::shared_ptr<PgmClusterItem>> items() const override {
+        if (const auto* one = std::get_if<std::shared_ptr<PgmClusterItem>>(&items_)) {
+            return {one, 1};
+        }
+        return *std::get_if<std::vector<std::shared_ptr<PgmClusterItem>>>(&items_);
+    }
 
  private:
     CLLocationCoordinate2D position_;
-    std::vector<std::shared_ptr<PgmClusterItem>> items_;
+    // Most clusters hold one item; it needs no memory of its own.
+    std::variant<std::shared_ptr<PgmClusterItem>, std::vector<std::shared_ptr<PgmClusterItem>>> items_;
 };
 
 }  // namespace pelta
