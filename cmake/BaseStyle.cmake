@@ -42,6 +42,9 @@ if(PELTA_BUILD_BASE_STYLE)
 endif()
 add_custom_target(pelta_base_style ${_all} DEPENDS ${_data} "${PELTA_BASE_STYLE_DIR}/pelta-light.json")
 
+# For targets that copy the built style elsewhere.
+set(PELTA_BASE_STYLE_FILES ${_data} "${PELTA_BASE_STYLE_DIR}/pelta-light.json")
+
 unset(_all)
 unset(_root)
 unset(_packages)

@@ -112,10 +112,10 @@ void GeometryBuilder::finishPosition() {
     numberCount_ = 0;
 }
 
-std::optional<std::string> GeometryBuilder::finish(std::string_view name, FeatureGeometry& geometry) {
-    const GeometryType* type = findType(name);
+std::optional<std::string> GeometryBuilder::finish(std::string_view typeName, FeatureGeometry& geometry) {
+    const GeometryType* type = findType(typeName);
     if (type == nullptr) {
-        return "unknown geometry type " + inQuotes(name);
+        return "unknown geometry type " + inQuotes(typeName);
     }
     if (fault_) {
         return fault_;
@@ -127,7 +127,7 @@ std::optional<std::string> GeometryBuilder::finish(std::string_view name, Featur
         std::any_of(closings_.begin(), closings_.end(),
                     [type](const Closing& closing) { return closing.depth >= type->positionDepth; });
     if (positionDepth_ != type->positionDepth || hasEmptyPosition) {
-        return "its coordinates are not nested as those of a " + std::string(name);
+        return "its coordinates are not nested as those of a " + std::string(typeName);
     }
     return addRanges(type->kind, type->positionDepth, geometry);
 }

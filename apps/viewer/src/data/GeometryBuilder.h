@@ -40,7 +40,7 @@ class GeometryBuilder {
     /// Reads what was collected as the coordinates of a geometry type and adds its parts.
     ///
     /// @return why they are not; then nothing usable was added.
-    [[nodiscard]] std::optional<std::string> finish(std::string_view type, FeatureGeometry& geometry);
+    [[nodiscard]] std::optional<std::string> finish(std::string_view typeName, FeatureGeometry& geometry);
 
     /// True for the six types that have coordinates.
     [[nodiscard]] static bool isKnownType(std::string_view type);

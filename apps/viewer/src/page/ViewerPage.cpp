@@ -109,6 +109,7 @@ void ViewerPage::fetchData() {
                                           if (result.isOk) {
                                               self->dataDidArrive(name, result.text);
                                           } else {
+                                              self->entries_.push_back({name, "not loaded"});
                                               self->problems_.push_back(name + ": " + result.message);
                                               self->tell();
                                           }
