@@ -18,6 +18,8 @@ function(pelta_add_korean_cities target)
         DEPENDS "${data}/cities-to-cpp.mjs" "${data}/korean-cities.json"
         COMMENT "Writing KoreanCities.h for ${target}"
         VERBATIM)
+    # Tools that read the sources without compiling them ask for the header by this name.
+    add_custom_target(${target}_cities DEPENDS "${out}/KoreanCities.h")
     target_sources(${target} PRIVATE "${out}/KoreanCities.h")
     target_include_directories(${target} PRIVATE "${out}")
 endfunction()

@@ -33,6 +33,7 @@ run_lint() {
     need_node_modules
     configure release
     configure web
+    step "Writing the header that the build makes" in_root cmake --build --preset release --target viewer_data_cities
     if ((${#files[@]} == 0)); then
         mapfile -d '' -t files < <(own_sources | grep -z '\.cpp$')
     else
