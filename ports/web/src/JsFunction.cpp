@@ -67,16 +67,6 @@ JsFunction JsFunction::listener(std::function<void(const val& argument)> body) {
     });
 }
 
-val JsFunction::once(std::function<void(const val& argument)> body) {
-    const int identifier = ++registry().last;
-    registry().bodies.emplace(identifier, [identifier, body = std::move(body)](const val& arguments) {
-        registry().bodies.erase(identifier);
-        body(arguments[0]);
-        return val::undefined();
-    });
-    return val::take_ownership(peltaMakeFunction(identifier));
-}
-
 EventListener::EventListener(val target, std::string type, std::function<void(const val& event)> body,
                              val options)
     : target_(std::move(target)),

@@ -21,8 +21,6 @@ class JsFunction {
 
     /// A function without a result that takes its first argument, as listeners and promises call it.
     [[nodiscard]] static JsFunction listener(std::function<void(const emscripten::val& argument)> body);
-    /// A function that exists until its first call, for promises.
-    [[nodiscard]] static emscripten::val once(std::function<void(const emscripten::val& argument)> body);
 
     /// The function to hand to JavaScript.
     [[nodiscard]] const emscripten::val& value() const noexcept { return value_; }

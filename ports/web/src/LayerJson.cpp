@@ -255,6 +255,7 @@ void writeLayerChanges(JsonWriter& json, const MLNStyleLayer& layer, std::uint32
                           layer);
                 json.value(name);
                 json.raw(propertyJson(name, value));
+                writeUnchecked(json);
                 json.endArray();
             }
         });
