@@ -30,6 +30,6 @@ examples/*)
     ;;
 esac
 printf '%s\n' "$source"
-clang-tidy --quiet "${before[@]}" "$source" "${after[@]}"
+clang-tidy --quiet "${before[@]}" "$source" "${after[@]}" 2>&1 | sed "/ warnings* generated\.$/d"
 mkdir -p "$(dirname "$clean")"
 touch "$clean"

@@ -32,7 +32,7 @@ step() {
     kill "$ticker" 2>/dev/null || true
     wait "$ticker" 2>/dev/null || true
     if ((status != 0)); then
-        tail -n 200 "$log" >&2
+        tail -n 400 "$log" >&2
     fi
     rm -f "$log"
     ((status == 0)) || fail "failed (exit code $status): $text"
