@@ -54,7 +54,7 @@ class RecordingRenderer final : public MapRenderer {
 class RecordingEnginePort final : public EnginePort {
  public:
     RecordingEnginePort() : replaced_(&EnginePort::current()) { EnginePort::install(this); }
-    ~RecordingEnginePort() { EnginePort::install(replaced_); }
+    ~RecordingEnginePort() override { EnginePort::install(replaced_); }
 
     std::unique_ptr<MapRenderer> makeMapRenderer(MapRendererHost& host, UIView&, CGSize, double) override {
         record.host = &host;
