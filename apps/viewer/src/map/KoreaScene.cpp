@@ -109,7 +109,7 @@ Scene koreaScene(PinPictures& pins) {
 }
 
 std::shared_ptr<PgmLatLngBounds> koreaBounds() {
-    return PgmLatLngBounds::create({33.1, 125.6}, {38.5, 130.0});
+    return PgmLatLngBounds::create({33.15, 126.1}, {38.05, 129.6});
 }
 
 }  // namespace pelta::viewer
