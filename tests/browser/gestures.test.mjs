@@ -3,6 +3,7 @@ import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
 import { openStudio } from './support/page.mjs';
 
+const resetNorth = 2;
 const pan = 4;
 const pinch = 8;
 const rotate = 16;
@@ -197,5 +198,33 @@ test('gestures that are switched off do nothing, and limits hold', async () => {
     const limited = await all();
     assertNear(limited.zoom, 10.4, 1e-6, 'zoom');
     assertNear(limited.tilt, 20, 1e-6, 'tilt');
+    assert.deepEqual(stage.errors, []);
+});
+
+test('the compass turns the map to north, and moves with the content inset', async () => {
+    const stage = await studio.open();
+    await stage.openMap();
+    for (const [inset, x, y] of [[0, 372, 28], [50, 322, 78]]) {
+        await stage.act([['setInset', 0, inset, 0, 0, inset], ['look', 0, 0, 0, 10 + inset / 100, 0, 40]]);
+        const { events, camera } = await perform(stage, () => stage.page.mouse.click(x, y));
+        assertWhole(events);
+        assert.equal(reasonsOf(events), resetNorth);
+        assertNear(Math.min(camera.bearing, 360 - camera.bearing), 0, 1e-6, 'bearing');
+    }
+});
+
+test('a map that is released in the middle of a gesture goes quietly', async () => {
+    const stage = await studio.open();
+    for (const gesture of [
+        () => drag(stage.page, [200, 150], [260, 120]),
+        () => stage.page.mouse.wheel(0, -300),
+        () => stage.page.mouse.dblclick(200, 150),
+        (map) => stage.run('ease', map, 0.1, 0.1, 9, 0, 0),
+    ]) {
+        const map = await stage.openMap();
+        await stage.run('closeAtNextMove', map);
+        await gesture(map);
+        await stage.page.waitForFunction(() => document.querySelector('canvas.maplibregl-canvas') === null);
+    }
     assert.deepEqual(stage.errors, []);
 });

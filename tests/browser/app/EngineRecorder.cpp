@@ -43,6 +43,9 @@ void EngineRecorder::regionWillChange(MLNMapView& mapView, MLNCameraChangeReason
 void EngineRecorder::regionIsChanging(MLNMapView& mapView, MLNCameraChangeReason reason) {
     note(eventText("changing", reason, false));
     inner_->regionIsChanging(mapView, reason);
+    if (const auto work = std::exchange(atNextMove_, nullptr)) {
+        work();
+    }
 }
 
 void EngineRecorder::regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) {

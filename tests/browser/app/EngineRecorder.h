@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -21,6 +22,8 @@ class EngineRecorder final : public MLNMapViewDelegate {
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
 
+    /// Runs once at the next movement of the camera, from inside the delegate's call.
+    void setAtNextMove(std::function<void()> work) { atNextMove_ = std::move(work); }
     /// The camera events since the last call, such as "will(4) changing(4) did(4)": reasons as the sum of
     /// their bits, an "a" before the animated ones; equal events in a row are one.
     [[nodiscard]] std::string takeEvents();
@@ -34,6 +37,7 @@ class EngineRecorder final : public MLNMapViewDelegate {
     void note(const std::string& event);
 
     std::shared_ptr<MLNMapViewDelegate> inner_;
+    std::function<void()> atNextMove_;
     std::string events_;
     std::string last_;
     std::string failure_;

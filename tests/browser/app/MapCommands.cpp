@@ -90,6 +90,11 @@ std::string takeEvents(int map) {
     return recorder(map).takeEvents();
 }
 
+/// Releases the map from inside the next report of a movement.
+void closeAtNextMove(int map) {
+    recorder(map).setAtNextMove([map] { Stage::shared().closeMap(map); });
+}
+
 void setFrame(int map, double x, double y, double width, double height) {
     view(map).setFrame({{x, y}, {width, height}});
 }
@@ -137,6 +142,7 @@ EMSCRIPTEN_BINDINGS(map_commands) {
     emscripten::function("coordinate", &coordinate);
     emscripten::function("state", &state);
     emscripten::function("takeEvents", &takeEvents);
+    emscripten::function("closeAtNextMove", &closeAtNextMove);
     emscripten::function("setFrame", &setFrame);
     emscripten::function("setInset", &setInset);
     emscripten::function("setGestures", &setGestures);
