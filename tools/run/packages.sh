@@ -3,7 +3,7 @@
 
 readonly BUILD_PACKAGES=(cmake ninja-build g++ nodejs npm ca-certificates librsvg2-bin nlohmann-json3-dev libstb-dev)
 readonly NATIVE_PACKAGES=("${BUILD_PACKAGES[@]}" pkg-config libcairo2-dev libpango1.0-dev fonts-noto-core fonts-noto-cjk
-    libgmock-dev libproj-dev)
+    libgmock-dev libsimdjson-dev libproj-dev)
 readonly WEB_PACKAGES=("${BUILD_PACKAGES[@]}" emscripten node-acorn)
 readonly BROWSER_PACKAGES=(chromium fonts-noto-core fonts-noto-cjk)
 readonly BENCH_PACKAGES=(libbenchmark-dev)

@@ -51,6 +51,7 @@ bench_native() {
     build_native release
     say "==> Measuring overlays on the headless port"
     in_root build/release/bench/pelta_bench
+    in_root build/release/bench/pelta_cluster_bench
 }
 
 # The page of the benchmark is left out of the everyday build.
