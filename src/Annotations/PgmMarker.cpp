@@ -22,6 +22,13 @@ const MLNExpression<std::vector<std::string>>& titleFontNames() {
     return names;
 }
 
+std::shared_ptr<PgmImage> orDefault(std::shared_ptr<PgmImage> image) {
+    if (!image) {
+        image = PgmImage::markerImageRed();
+    }
+    return image;
+}
+
 }  // namespace
 
 std::shared_ptr<PgmMarker> PgmMarker::create() {
@@ -42,9 +49,7 @@ std::shared_ptr<PgmMarker> PgmMarker::markerWithPositionIconImage(CLLocationCoor
 }
 
 PgmMarker::PgmMarker(CLLocationCoordinate2D position, std::shared_ptr<PgmImage> iconImage)
-    : feature_(MLNPointFeature::create()),
-      iconImage_(iconImage ? std::move(iconImage) : PgmImage::markerImageRed()),
-      position_(position) {}
+    : feature_(MLNPointFeature::create()), iconImage_(orDefault(std::move(iconImage))), position_(position) {}
 
 void PgmMarker::completeConstruction(std::string_view className) {
     PgmShape::completeConstruction(className);
@@ -57,7 +62,7 @@ void PgmMarker::setPosition(CLLocationCoordinate2D position) {
 }
 
 void PgmMarker::setIconImage(std::shared_ptr<PgmImage> image) {
-    iconImage_ = image ? std::move(image) : PgmImage::markerImageRed();
+    iconImage_ = orDefault(std::move(image));
     updateLayerProperty();
 }
 
