@@ -127,6 +127,16 @@ test('another size and another number of pixels keep camera and shapes', async (
     assert.deepEqual(stage.errors, []);
 });
 
+test('a resting map asks for no frames', async () => {
+    const stage = await studio.open();
+    await stage.openMap();
+    await stage.act([['addMarker', { ...spot, title: '서울' }]]);
+    await stage.page.waitForTimeout(500);
+    const before = await stage.run('state', 0);
+    await stage.page.waitForTimeout(1000);
+    assert.deepEqual(await stage.run('state', 0), before);
+});
+
 test('a lost drawing context comes back with shapes, also those changed meanwhile', async () => {
     const stage = await studio.open();
     await stage.openMap();
