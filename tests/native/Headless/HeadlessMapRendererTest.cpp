@@ -1,9 +1,8 @@
-#include <algorithm>
 #include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <limits>
-#include <optional>
+#include <map>
 #include <random>
 
 #include <pelta/Engine/MLNFillStyleLayer.h>
@@ -254,14 +253,40 @@ TEST_F(HeadlessMapRendererTest, FindsNothingWhereNothingIsDrawn) {
     EXPECT_THAT(namesIn({{0, 0}, {400, 50}}), IsEmpty());
 }
 
-/// Areas and lines on a tilted, turned map, against a literal search in a grid of points.
-TEST_F(HeadlessMapRendererTest, AgreesWithAGridOfPoints) {
+/// Even-odd rule, on the screen.
+bool isInside(const std::vector<CGPoint>& corners, CGPoint point) {
+    bool inside = false;
+    for (std::size_t i = 0, j = corners.size() - 1; i < corners.size(); j = i++) {
+        const CGPoint a = corners[i];
+        const CGPoint b = corners[j];
+        if ((a.y > point.y) != (b.y > point.y)) {
+            inside ^= point.x < a.x + (point.y - a.y) * (b.x - a.x) / (b.y - a.y);
+        }
+    }
+    return inside;
+}
+
+/// True when one of 40 × 40 points of a rectangle is inside.
+bool isAnyInside(const std::vector<CGPoint>& corners, CGRect rect) {
+    for (int row = 0; row < 40; ++row) {
+        for (int column = 0; column < 40; ++column) {
+            if (isInside(corners, {rect.minX() + rect.size.width * column / 39,
+                                   rect.minY() + rect.size.height * row / 39})) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+/// Areas on a tilted, turned map, whose straight edges are straight on the screen too.
+TEST_F(HeadlessMapRendererTest, FindsAreasAsAGridOfPointsDoes) {
     std::mt19937 random(5);
     const auto between = [&random](double low, double high) {
         return low + (high - low) * static_cast<double>(random()) / 4294967296.0;
     };
     renderer_->setCamera({{37.5, 127}, 12, 50, 130});
-    const auto layer = addLayer<MLNFillStyleLayer>("area");
+    addLayer<MLNFillStyleLayer>("area");
     int hitCount = 0;
     for (int round = 0; round < 150; ++round) {
         std::vector<CGPoint> corners(3 + random() % 4);
@@ -274,39 +299,14 @@ TEST_F(HeadlessMapRendererTest, AgreesWithAGridOfPoints) {
         area->attributes().set("name", std::string("area"));
         source_->setShape(area);
         commit();
-        const CGRect rect{{between(0, 380), between(0, 280)}, {between(5, 80), between(5, 80)}};
-        const auto isInside = [&corners](CGPoint point) {
-            bool inside = false;
-            for (std::size_t i = 0, j = corners.size() - 1; i < corners.size(); j = i++) {
-                const CGPoint a = corners[i];
-                const CGPoint b = corners[j];
-                if ((a.y > point.y) != (b.y > point.y)) {
-                    inside ^= point.x < a.x + (point.y - a.y) * (b.x - a.x) / (b.y - a.y);
-                }
-            }
-            return inside;
-        };
-        const auto anyInside = [&isInside](CGRect grid) {
-            for (int i = 0; i < 1600; ++i) {
-                const int row = i / 40;
-                if (isInside({grid.minX() + grid.size.width * (i % 40) / 39,
-                              grid.minY() + grid.size.height * row / 39})) {
-                    return true;
-                }
-            }
-            return false;
-        };
+        const CGRect rect{{between(0, 320), between(0, 220)}, {between(5, 80), between(5, 80)}};
         const bool isFound = !namesIn(rect).empty();
         hitCount += isFound ? 1 : 0;
-        const CGRect visible{
-            rect.origin,
-            {std::min(rect.size.width, 400 - rect.minX()), std::min(rect.size.height, 300 - rect.minY())}};
-        EXPECT_FALSE(anyInside(visible) && !isFound) << "round " << round;
-        EXPECT_FALSE(!anyInside(visible.insetBy(-1.5, -1.5)) && isFound) << "round " << round;
+        EXPECT_TRUE(isFound || !isAnyInside(corners, rect)) << "round " << round;
+        EXPECT_TRUE(!isFound || isAnyInside(corners, rect.insetBy(-1.5, -1.5))) << "round " << round;
     }
     EXPECT_GT(hitCount, 40);
     EXPECT_LT(hitCount, 130);
-    EXPECT_NE(layer, nullptr);
 }
 
 }  // namespace
