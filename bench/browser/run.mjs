@@ -1,7 +1,7 @@
 // Times the library's markers in the browser beside one hand-written symbol layer over the same points, case by case in
 // turn, and prints a table. Usage: node bench/browser/run.mjs --site DIR [--pairs N] [COUNT…]
 import { chromium } from "playwright-core";
-import { serveFolder } from "../../apps/viewer/tools/serve.mjs";
+import { serve } from "../../apps/viewer/tools/serve.mjs";
 
 const limitMilliseconds = 120_000;
 const panFrames = 200;
@@ -87,7 +87,7 @@ function printRow(count, what, ours, rival) {
 }
 
 const settings = parseArguments(process.argv.slice(2));
-const server = await serveFolder(settings.site);
+const server = await serve(settings.site);
 const browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: flags });
 try {
     console.log("| markers | measured | Pelta, ms (spread) | one symbol layer, ms (spread) | ratio |");

@@ -61,5 +61,5 @@ bench_browser() {
     step "Configuring build/web with the page of the benchmark" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
     build web
     say "==> Measuring markers in the browser"
-    in_root node bench/browser/run.mjs --site build/web/site
+    in_root node bench/browser/run.mjs --site build/web/bench-site
 }
