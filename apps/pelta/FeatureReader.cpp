@@ -23,7 +23,7 @@ Feature FeatureReader::read(simdjson::simdjson_result<od::object> object) {
     type_.clear();
     geometry_ = {};
     od::object members;
-    if (const auto error = std::move(object).get(members)) {
+    if (const auto error = object.get(members)) {
         if (error == simdjson::INCORRECT_TYPE) {
             fail("it is not an object");
         } else {

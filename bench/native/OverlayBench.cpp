@@ -86,7 +86,7 @@ bench::FlatScene flatScene(const std::vector<Point>& points) {
 
 void addAndFirstFrame(benchmark::State& state) {
     const auto points = pointsOverKorea(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         auto scene = std::make_unique<Scene>();
         state.ResumeTiming();
@@ -100,7 +100,7 @@ void addAndFirstFrame(benchmark::State& state) {
 
 void addAndFirstFrameFlat(benchmark::State& state) {
     const auto points = pointsOverKorea(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         bench::FlatScene scene = flatScene(points);
         scene.reorder();
         scene.rebuildFrame();
@@ -113,7 +113,7 @@ void onePropertyAndFrame(benchmark::State& state) {
     scene.addMarkers(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
     scene.port().runUntilIdle();
     double scale = 1;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         scale = scale > 2 ? 1 : scale + 0.01;
         scene.markers()[scene.markers().size() / 2]->setIconScale(scale);
         scene.port().runFrame();
@@ -125,7 +125,7 @@ void onePositionAndFrame(benchmark::State& state) {
     scene.addMarkers(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
     scene.port().runUntilIdle();
     double latitude = 36;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         latitude = latitude > 38 ? 36 : latitude + 0.01;
         scene.markers()[scene.markers().size() / 2]->setPosition({latitude, 127});
         scene.port().runFrame();
@@ -136,7 +136,7 @@ void onePropertyAndFrameFlat(benchmark::State& state) {
     const auto count = static_cast<std::size_t>(state.range(0));
     bench::FlatScene scene = flatScene(pointsOverKorea(count));
     scene.rebuildFrame();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         scene.markers()[count / 2].iconScale += 0.01;
         scene.updateFrame(count / 2);
     }
@@ -147,7 +147,7 @@ void reorderReversed(benchmark::State& state) {
     scene.addMarkers(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
     scene.port().runUntilIdle();
     std::int64_t sign = 1;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         sign = -sign;
         for (std::size_t index = 0; index < scene.markers().size(); ++index) {
@@ -164,7 +164,7 @@ void reorderReversed(benchmark::State& state) {
 void reorderReversedFlat(benchmark::State& state) {
     bench::FlatScene scene = flatScene(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
     std::int64_t sign = 1;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         state.PauseTiming();
         sign = -sign;
         for (auto& marker : scene.markers()) {

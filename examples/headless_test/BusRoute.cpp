@@ -10,6 +10,7 @@ namespace {
 
 std::vector<CLLocationCoordinate2D> positionsOf(const std::vector<BusStop>& stops) {
     std::vector<CLLocationCoordinate2D> positions;
+    positions.reserve(stops.size());
     for (const auto& stop : stops) {
         positions.push_back(stop.position);
     }

@@ -93,7 +93,7 @@ class QuadTreeIndex {
         while (number != 0 && !isInside(area, nodes_[number].bounds)) {
             number = nodes_[number].parent;
         }
-        std::array<std::uint32_t, 4 * (depthLimit + 1)> waiting;
+        std::array<std::uint32_t, 4UL * (depthLimit + 1)> waiting;
         std::size_t count = 0;
         for (waiting[count++] = number; count > 0;) {
             const Node& node = nodes_[waiting[--count]];

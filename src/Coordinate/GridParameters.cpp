@@ -59,10 +59,24 @@ GeoTrans::Table tableOf(double GridParameters::*field) {
 
 }  // namespace
 
-const GeoTrans::Table GeoTrans::m_Es = tableOf(&GridParameters::eccentricitySquared);
-const GeoTrans::Table GeoTrans::m_Esp = tableOf(&GridParameters::secondEccentricitySquared);
-const GeoTrans::Table GeoTrans::src_m = tableOf(&GridParameters::originDistance);
-const GeoTrans::Table GeoTrans::dst_m = tableOf(&GridParameters::originDistance);
+const GeoTrans::Table& GeoTrans::m_Es() {
+    static const Table table = tableOf(&GridParameters::eccentricitySquared);
+    return table;
+}
+
+const GeoTrans::Table& GeoTrans::m_Esp() {
+    static const Table table = tableOf(&GridParameters::secondEccentricitySquared);
+    return table;
+}
+
+const GeoTrans::Table& GeoTrans::src_m() {
+    static const Table table = tableOf(&GridParameters::originDistance);
+    return table;
+}
+
+const GeoTrans::Table& GeoTrans::dst_m() {
+    return src_m();
+}
 
 namespace detail {
 

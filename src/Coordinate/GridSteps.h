@@ -120,7 +120,7 @@ struct GridSteps {
     [[nodiscard]] static Angle footPoint(const GridParameters& grid, Number northing) {
         const Number con = (northing / grid.scale + grid.originDistance) / grid.major;
         Angle foot{con, directionOf(con)};
-        auto isMoving = con == con;
+        auto isMoving = Math::always();
         for (int pass = 0; pass < 7 && Math::any(isMoving); ++pass) {
             const Number step =
                 (con + meridianWaves(grid.meridian, foot.direction)) / grid.meridian.e0 - foot.value;

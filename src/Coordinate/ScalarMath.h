@@ -18,6 +18,7 @@ struct ScalarMath {
     static double squareRoot(double value) { return std::sqrt(value); }
     static double absolute(double value) { return std::abs(value); }
     static double choose(bool condition, double yes, double no) { return condition ? yes : no; }
+    static bool always() { return true; }
     static bool any(bool condition) { return condition; }
 };
 

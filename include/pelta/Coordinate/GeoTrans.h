@@ -59,15 +59,15 @@ class GeoTrans {
     /// Eastings of the origin, metres.
     static constexpr Table m_arFalseEasting{0, 400000.0, 200000.0, 200000.0, 1000000.0};
     /// Eccentricities squared.
-    static const Table m_Es;
+    [[nodiscard]] static const Table& m_Es();
     /// Second eccentricities squared.
-    static const Table m_Esp;
+    [[nodiscard]] static const Table& m_Esp();
     /// 1 for a sphere, which none of the systems is on.
     static constexpr Table m_Ind{0, 0, 0, 0, 0};
     /// Distances along the meridian from the equator to the latitude of origin, metres.
-    static const Table src_m;
+    [[nodiscard]] static const Table& src_m();
     /// The same numbers: any system may be converted from and to.
-    static const Table dst_m;
+    [[nodiscard]] static const Table& dst_m();
     /// Shift of geocentric coordinates from Bessel to WGS84, metres.
     static constexpr std::array<double, 3> datum_params{-146.43, 507.89, 681.46};
     /// @}

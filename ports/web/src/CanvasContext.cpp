@@ -100,8 +100,9 @@ void CanvasContext::drawPart(const val& picture, const ImagePart& part, double i
     const int columns = static_cast<int>(std::ceil(to.size.width / stepX));
     const int rows = static_cast<int>(std::ceil(to.size.height / stepY));
     for (int tile = 0; tile < columns * rows; ++tile) {
+        const int row = tile / columns;
         const double x = (tile % columns) * stepX;
-        const double y = (tile / columns) * stepY;
+        const double y = row * stepY;
         // The last tile of a row or column is cut off at the rectangle's edge.
         const double width = std::min(stepX, to.size.width - x);
         const double height = std::min(stepY, to.size.height - y);
