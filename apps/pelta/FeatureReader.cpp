@@ -23,7 +23,8 @@ Feature FeatureReader::read(simdjson::simdjson_result<od::object> object) {
     type_.clear();
     geometry_ = {};
     od::object members;
-    if (const auto error = object.get(members)) {
+    // `get` is only for values that are given away, also where giving away is copying.
+    if (const auto error = std::move(object).get(members)) {  // NOLINT(performance-move-const-arg)
         if (error == simdjson::INCORRECT_TYPE) {
             fail("it is not an object");
         } else {
