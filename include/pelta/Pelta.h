@@ -11,6 +11,12 @@
 #include <pelta/Annotations/PgmPolygon.h>
 #include <pelta/Annotations/PgmPolyline.h>
 #include <pelta/Annotations/PgmShape.h>
+#include <pelta/Cluster/PgmCluster.h>
+#include <pelta/Cluster/PgmClusterAlgorithm.h>
+#include <pelta/Cluster/PgmClusterIconGenerator.h>
+#include <pelta/Cluster/PgmClusterManager.h>
+#include <pelta/Cluster/PgmClusterManagerDelegate.h>
+#include <pelta/Cluster/PgmHashable.h>
 #include <pelta/Coordinate/GeoTrans.h>
 #include <pelta/Coordinate/PgmGridPoint.h>
 #include <pelta/Geometry/MapProjection.h>

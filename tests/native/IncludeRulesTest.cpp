@@ -74,7 +74,8 @@ std::vector<fs::path> sourcesIn(const fs::path& folder) {
 /// header without a folder to the room of the includer.
 std::string roomOf(const Include& include, const std::string& includer) {
     const fs::path header = include.header;
-    const auto room = (include.isQuoted ? header : header.lexically_relative("pelta")).parent_path().string();
+    const auto folder = (include.isQuoted ? header : header.lexically_relative("pelta")).parent_path();
+    const std::string room = folder.empty() ? "" : folder.begin()->string();
     return include.isQuoted && room.empty() ? includer : room;
 }
 
@@ -127,6 +128,24 @@ TEST(IncludeRules, RoomsSeeOnlyTheRoomsBelowThem) {
         }
     }
     EXPECT_THAT(faultsOf("", {sourceTree / "include/pelta/Pelta.h"}, true), testing::IsEmpty());
+}
+
+/// What shows clusters on a map needs the whole library; clustering itself must not come to need it too.
+TEST(IncludeRules, ClusteringStandsByItself) {
+    static const std::regex ofTheMap("Cluster/Map/|PgmClusterManager|PgmClusterIcon");
+    for (const char* folder : {"include/pelta/Cluster", "src/Cluster"}) {
+        for (const auto& file : sourcesIn(folder)) {
+            if (std::regex_search(file.string(), ofTheMap)) {
+                continue;
+            }
+            for (const auto& include : includesOf(file)) {
+                const bool isFine =
+                    !isOurs(include) || valueHeaders.contains(include.header) ||
+                    (roomOf(include, "Cluster") == "Cluster" && !std::regex_search(include.header, ofTheMap));
+                EXPECT_TRUE(isFine) << include.where << " includes " << include.header;
+            }
+        }
+    }
 }
 
 TEST(IncludeRules, PortsSeeOnlyEngineAndPlatform) {
