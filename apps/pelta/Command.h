@@ -27,6 +27,7 @@ struct Command {
 };
 
 extern const Command clusterCommand;
+extern const Command convertCommand;
 
 /// Tells on standard error what is wrong with the command line and where to read more.
 ExitCode misuse(std::string_view command, std::string_view problem);

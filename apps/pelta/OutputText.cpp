@@ -36,8 +36,18 @@ void OutputText::write(double number) {
     append(pending_, number);
 }
 
+void OutputText::writeFixed(double number, int decimals) {
+    // Large enough for the longest finite number with the most decimals that anybody asks for.
+    std::array<char, 384> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number,
+                                   std::chars_format::fixed, decimals)
+                         .ptr;
+    pending_.append(digits.data(), end);
+}
+
 void OutputText::flush() {
-    if (error_ == 0 && std::fwrite(pending_.data(), 1, pending_.size(), stdout) != pending_.size()) {
+    if (error_ == 0 && (std::fwrite(pending_.data(), 1, pending_.size(), stdout) != pending_.size() ||
+                        std::fflush(stdout) != 0)) {
         error_ = errno;
     }
     pending_.clear();
@@ -45,9 +55,6 @@ void OutputText::flush() {
 
 bool OutputText::finish() {
     flush();
-    if (error_ == 0 && std::fflush(stdout) != 0) {
-        error_ = errno;
-    }
     if (error_ != 0) {
         std::fprintf(stderr, "pelta: standard output: %s\n", std::strerror(error_));
     }

@@ -14,6 +14,12 @@ class OutputText {
     /// The shortest text that reads back as the same number.
     void write(double number);
 
+    /// With as many digits behind the point, rounded to nearest.
+    void writeFixed(double number, int decimals);
+
+    /// Hands over what is pending, for readers that wait for it.
+    void flush();
+
     /// Writes what is left.
     /// @return false when something could not be written, now or before; standard error says why.
     [[nodiscard]] bool finish();
@@ -22,8 +28,6 @@ class OutputText {
     [[nodiscard]] bool hasFailed() const noexcept { return error_ != 0; }
 
  private:
-    void flush();
-
     std::string pending_;
     int error_ = 0;
 };

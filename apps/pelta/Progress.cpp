@@ -12,7 +12,8 @@ constexpr std::chrono::milliseconds interval{100};
 
 }  // namespace
 
-Progress::Progress() : isTerminal_(isatty(STDERR_FILENO) == 1), due_(Clock::now() + patience) {}
+Progress::Progress()
+    : isTerminal_(isatty(STDERR_FILENO) == 1 && isatty(STDOUT_FILENO) == 0), due_(Clock::now() + patience) {}
 
 Progress::~Progress() {
     hide();

@@ -5,8 +5,8 @@
 
 namespace pelta::command {
 
-/// One line on standard error that tells how far the work has come: only on a terminal, and only for what
-/// takes longer than a second. Ends with the object, leaving no trace.
+/// One line on standard error that tells how far the work has come: only on a terminal that the results do
+/// not go to, and only for what takes longer than a second. Ends with the object, leaving no trace.
 class Progress {
  public:
     Progress();

@@ -10,7 +10,7 @@ namespace {
 
 using namespace pelta::command;
 
-constexpr std::array<const Command*, 1> commands{&clusterCommand};
+constexpr std::array<const Command*, 2> commands{&convertCommand, &clusterCommand};
 
 void print(std::string_view text, std::FILE* to = stdout) {
     std::fwrite(text.data(), 1, text.size(), to);

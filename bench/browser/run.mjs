@@ -39,37 +39,43 @@ function pointsOverKorea(count) {
 
 async function withLimit(promise) {
     let timer;
+    promise.catch(() => {}); // of a browser killed meanwhile
     const limit = new Promise((resolve) => { timer = setTimeout(() => resolve(null), limitMilliseconds); });
     try { return await Promise.race([promise, limit]); } finally { clearTimeout(timer); }
 }
 
-/// One run of a page: milliseconds from add to idle, and the mean frame while panning. null: over the limit.
-async function measure(browser, address, coordinates) {
-    const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
-    page.on("pageerror", (error) => process.stderr.write(`${address}: ${error.message}\n`));
+/// One run of a page, in a browser of its own that is killed afterwards, however busy it is: milliseconds from add to
+/// idle, and the mean frame while panning. null: over the limit.
+async function measure(address, coordinates) {
+    const machine = await chromium.launchServer({ executablePath: "/usr/bin/chromium", args: flags });
     try {
+        const browser = await chromium.connect(machine.wsEndpoint());
+        const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
+        page.on("pageerror", (error) => process.stderr.write(`${address}: ${error.message}\n`));
         await page.goto(address);
         await page.waitForFunction(() => window.benchmark);
         await page.evaluate(() => window.benchmark.ready);
-        const add = await withLimit(page.evaluate(async (points) => {
-            const start = performance.now();
-            await window.benchmark.add(points);
-            return performance.now() - start;
-        }, coordinates));
-        if (add === null) return { add: null, frame: null };
-        const frame = await withLimit(page.evaluate(async (frames) => {
-            const nextFrame = () => new Promise((resolve) => requestAnimationFrame(resolve));
-            const start = performance.now();
-            for (let i = 0; i < frames; i += 1) {
-                window.benchmark.panBy(i < frames / 2 ? 2 : -2);
-                await nextFrame();
-            }
-            return (performance.now() - start) / frames;
-        }, panFrames));
-        return { add, frame };
+        const add = await withLimit(page.evaluate(addAll, coordinates));
+        return { add, frame: add === null ? null : await withLimit(page.evaluate(pan, panFrames)) };
     } finally {
-        await withLimit(page.close());
+        await machine.kill();
     }
+}
+
+async function addAll(points) {
+    const start = performance.now();
+    await window.benchmark.add(points);
+    return performance.now() - start;
+}
+
+async function pan(frames) {
+    const nextFrame = () => new Promise((resolve) => requestAnimationFrame(resolve));
+    const start = performance.now();
+    for (let i = 0; i < frames; i += 1) {
+        window.benchmark.panBy(i < frames / 2 ? 2 : -2);
+        await nextFrame();
+    }
+    return (performance.now() - start) / frames;
 }
 
 const median = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
@@ -88,7 +94,6 @@ function printRow(count, what, ours, rival) {
 
 const settings = parseArguments(process.argv.slice(2));
 const server = await serve(settings.site);
-const browser = await chromium.launch({ executablePath: "/usr/bin/chromium", args: flags });
 try {
     console.log("| markers | measured | Pelta, ms (spread) | one symbol layer, ms (spread) | ratio |");
     console.log("|---|---|---|---|---|");
@@ -97,14 +102,13 @@ try {
         const ours = [];
         const rival = [];
         for (let pair = 0; pair < settings.pairs; pair += 1) {
-            rival.push(await measure(browser, `${server.address}one-layer.html`, coordinates));
-            ours.push(await measure(browser, `${server.address}markers.html`, coordinates));
-            if (ours.at(-1).add === null) break;
+            rival.push(await measure(`${server.address}one-layer.html`, coordinates));
+            ours.push(await measure(`${server.address}markers.html`, coordinates));
+            if (ours.at(-1).frame === null) break;
         }
         printRow(count, "add to idle", summary(ours, "add"), summary(rival, "add"));
         printRow(count, "frame while panning", summary(ours, "frame"), summary(rival, "frame"));
     }
 } finally {
-    await withLimit(browser.close());
     await server.close();
 }

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -13,12 +12,16 @@
 #include <pelta/Cluster/PgmClusterAlgorithm.h>
 
 #include "ClusterMemory.h"
+#include "Timing.h"
 
 // Clustering beside supercluster on the same points, in turns, and what holding and changing them takes.
 
 namespace {
 
 using namespace pelta;
+using bench::described;
+using bench::median;
+using bench::milliseconds;
 
 constexpr int turns = 3;
 constexpr int loadsATurn = 2;
@@ -45,26 +48,6 @@ Items placesOverKorea(std::size_t count) {
         items.push_back(std::make_shared<Place>(CLLocationCoordinate2D{north, longitude(random)}));
     }
     return items;
-}
-
-template <class Work>
-double timed(Work&& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(Milliseconds times) {
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
-}
-
-std::string described(const Milliseconds& times) {
-    char text[80];
-    std::snprintf(text, sizeof text, "%8.1f  (%.1f to %.1f)", median(times),
-                  *std::min_element(times.begin(), times.end()),
-                  *std::max_element(times.begin(), times.end()));
-    return text;
 }
 
 std::string writePoints(const Items& items) {
@@ -105,14 +88,14 @@ void compareClustering(std::size_t count) {
     PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
     algorithm.add(items);
     double first = 0;
-    first = timed([&] { (void)algorithm.clustersAtZoom(0); });
+    first = milliseconds([&] { (void)algorithm.clustersAtZoom(0); });
     std::vector<Milliseconds> times(zooms);
     Milliseconds rival;
     for (int turn = 0; turn < turns; ++turn) {
         for (int zoom = 0; zoom < zooms; ++zoom) {
             std::vector<std::shared_ptr<PgmCluster>> clusters;
             times[static_cast<std::size_t>(zoom)].push_back(
-                timed([&] { clusters = algorithm.clustersAtZoom(static_cast<float>(zoom)); }));
+                milliseconds([&] { clusters = algorithm.clustersAtZoom(static_cast<float>(zoom)); }));
         }
         loadRival(points, rival);
     }
@@ -139,10 +122,10 @@ void measureChanges(std::size_t count, std::size_t removals) {
         }
         PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
         const std::size_t before = bytesInUse();
-        adding.push_back(timed([&] { algorithm.add(items); }));
+        adding.push_back(milliseconds([&] { algorithm.add(items); }));
         (void)algorithm.clustersAtZoom(10);
         bytes = static_cast<double>(bytesInUse() - before) / static_cast<double>(count);
-        removing.push_back(timed([&] { algorithm.remove(removed); }));
+        removing.push_back(milliseconds([&] { algorithm.remove(removed); }));
     }
     std::printf("  adding %zu items                ms %s\n", count, described(adding).c_str());
     std::printf("  removing %zu of them              ms %s\n", removals, described(removing).c_str());
@@ -161,7 +144,7 @@ void measureStrays(std::size_t count) {
         algorithm.add(std::make_shared<Place>(CLLocationCoordinate2D{north, longitude(random)}));
     }
     std::printf("  %zu points across the edge, zoom 0  ms %8.1f\n", count,
-                timed([&] { (void)algorithm.clustersAtZoom(0); }));
+                milliseconds([&] { (void)algorithm.clustersAtZoom(0); }));
 }
 
 }  // namespace

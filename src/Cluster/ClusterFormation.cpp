@@ -43,8 +43,9 @@ FormedClusters ClusterFormation::form() {
         setKeysApart();
     }
     const auto records = items_.records();
+    ahead_.emplace(items_, claims_, halfWidth_);
     for (std::uint32_t record = 0; record < records.size(); ++record) {
-        fetchAhead(record);
+        ahead_->moveTo(record);
         if (records[record].isListed && !isClaimed(record)) {
             plant(record);
         }
@@ -53,28 +54,6 @@ FormedClusters ClusterFormation::form() {
         handOutToStrays();
     }
     return collect();
-}
-
-/// Seeds lie all over the world; without this, most of the time would go by waiting for memory.
-[[gnu::always_inline]] inline void ClusterFormation::fetchAhead(std::uint32_t record) const {
-    const auto records = items_.records();
-    const auto entryAt = [&](std::uint32_t steps) {
-        return record + steps < records.size() ? records[record + steps].entry : none;
-    };
-    if (const std::uint32_t entry = entryAt(36); entry != none) {
-        __builtin_prefetch(&claims_[entry], 1);
-    }
-    if (const std::uint32_t entry = entryAt(24); entry != none && claims_[entry].seed == none) {
-        items_.tree().fetch(claims_[entry].leaf);
-    }
-    if (const std::uint32_t entry = entryAt(12); entry != none) {
-        const auto last = static_cast<std::uint32_t>(stored_.size() - 1);
-        __builtin_prefetch(&stored_[entry - std::min(entry, 8U)]);
-        __builtin_prefetch(&stored_[entry - std::min(entry, 4U)]);
-        __builtin_prefetch(&stored_[entry]);
-        __builtin_prefetch(&stored_[std::min(entry + 4, last)]);
-        __builtin_prefetch(&stored_[std::min(entry + 8, last)]);
-    }
 }
 
 void ClusterFormation::readPositions() {
@@ -131,7 +110,7 @@ void ClusterFormation::plant(std::uint32_t record) {
 
 void ClusterFormation::claimAround(std::uint32_t leaf, PQTPoint position, std::uint32_t seed) {
     const PQTBounds area = searchSquare(position, halfWidth_);
-    items_.tree().forEachRange(leaf, area, [&](std::uint32_t first, std::uint32_t last, bool isInside) {
+    ahead_->forEachRange(leaf, area, [&](std::uint32_t first, std::uint32_t last, bool isInside) {
         for (std::uint32_t entry = first; entry < last; ++entry) {
             if (isInside || contains(area, stored_[entry])) {
                 claimOrPass(entry, position, seed);

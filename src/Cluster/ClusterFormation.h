@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -9,6 +8,7 @@
 
 #include "Cluster/ItemKeys.h"
 #include "Cluster/ItemStore.h"
+#include "Cluster/SearchAhead.h"
 #include "Cluster/SearchSquare.h"
 #include "Cluster/SharedKeyLedger.h"
 #include "Cluster/StraySeeds.h"
@@ -41,13 +41,6 @@ class ClusterFormation {
     [[nodiscard]] FormedClusters form();
 
  private:
-    struct Claim {
-        double distance = std::numeric_limits<double>::infinity();  // squared
-        std::uint32_t seed = none;
-        std::uint32_t leaf = 0;  // of the tree, in which the entry stands
-    };
-
-    void fetchAhead(std::uint32_t record) const;
     void readPositions();
     void setKeysApart();
     [[nodiscard]] bool isClaimed(std::uint32_t record) const;
@@ -66,6 +59,7 @@ class ClusterFormation {
     std::vector<PQTPoint> moved_;        // what `current_` refers to when an item has moved
     std::vector<Claim> claims_;          // by entry
     std::vector<std::uint32_t> seeds_;
+    std::optional<SearchAhead> ahead_;  // while seeds are chosen
     StraySeeds strays_;
     std::optional<UnclaimedEntries> unclaimed_;  // made for the first stray
     std::optional<ItemKeys> keys_;               // only when items repeat or are hashable

@@ -77,8 +77,37 @@ class QuadTreeIndex {
         }
     }
 
-    /// Has the processor bring near what a search that starts in the leaf reads first.
-    [[gnu::always_inline]] void fetch(std::uint32_t leaf) const { __builtin_prefetch(&leaves_[leaf]); }
+    /// @name Bringing near, ahead of time, what a search that starts in a leaf will read
+    /// Three steps, each of which needs that the processor has done the one before.
+    /// @{
+    [[gnu::always_inline]] void fetchLeaf(std::uint32_t leaf) const { __builtin_prefetch(&leaves_[leaf]); }
+    [[gnu::always_inline]] void fetchSiblings(std::uint32_t leaf, const PQTBounds& area) const {
+        if (!isInside(area, leaves_[leaf].bounds)) {
+            const Node* siblings = &nodes_[firstSibling(leaves_[leaf].node)];
+            __builtin_prefetch(siblings);
+            __builtin_prefetch(siblings + 1);
+            __builtin_prefetch(siblings + 2);
+            __builtin_prefetch(siblings + 3);
+        }
+    }
+    [[gnu::always_inline]] void fetchNeighbours(std::uint32_t leaf, const PQTBounds& area) const {
+        if (!isInside(area, leaves_[leaf].bounds)) {
+            const std::uint32_t first = firstSibling(leaves_[leaf].node);
+            for (std::uint32_t node = first; node < first + 4 && node < nodes_.size(); ++node) {
+                const Node& sibling = nodes_[node];
+                if (sibling.children == 0 && sibling.count > 0 && meet(sibling.bounds, area)) {
+                    __builtin_prefetch(&leaves_[sibling.leaf]);
+                }
+            }
+            __builtin_prefetch(&nodes_[nodes_[first].parent]);
+        }
+    }
+    /// @}
+
+    /// True when a square of this half width is not much larger than the leaf.
+    [[nodiscard]] bool isSmall(std::uint32_t leaf, double halfWidth) const noexcept {
+        return halfWidth < leaves_[leaf].bounds.maxX - leaves_[leaf].bounds.minX;
+    }
 
     /// Calls `visit(first, last, isInside)`, in any order, for ranges of entries that hold all within the
     /// rectangle. Where `isInside` is false, some of the range may lie outside.
@@ -139,6 +168,15 @@ class QuadTreeIndex {
     static bool isInside(const PQTBounds& inner, const PQTBounds& outer) noexcept {
         return outer.minX <= inner.minX && inner.maxX <= outer.maxX && outer.minY <= inner.minY &&
                inner.maxY <= outer.maxY;
+    }
+
+    static bool meet(const PQTBounds& a, const PQTBounds& b) noexcept {
+        return a.minX <= b.maxX && b.minX <= a.maxX && a.minY <= b.maxY && b.minY <= a.maxY;
+    }
+
+    /// Nodes come into being four at a time, behind the root.
+    static std::uint32_t firstSibling(std::uint32_t node) noexcept {
+        return node == 0 ? 0 : (node - 1) / 4 * 4 + 1;
     }
 
     /// The quarter of an interval in which a value lies, 0 to 3; never falls as the value grows.

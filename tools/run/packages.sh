@@ -6,7 +6,7 @@ readonly NATIVE_PACKAGES=("${BUILD_PACKAGES[@]}" pkg-config libcairo2-dev libpan
     libgmock-dev libsimdjson-dev libproj-dev)
 readonly WEB_PACKAGES=("${BUILD_PACKAGES[@]}" emscripten node-acorn)
 readonly BROWSER_PACKAGES=(chromium fonts-noto-core fonts-noto-cjk)
-readonly BENCH_PACKAGES=(libbenchmark-dev)
+readonly BENCH_PACKAGES=(libbenchmark-dev proj-bin)
 readonly FORMAT_PACKAGES=(clang-format)
 readonly LINT_PACKAGES=(clang-tidy)
 readonly DOCS_PACKAGES=(doxygen)

@@ -52,6 +52,8 @@ bench_native() {
     say "==> Measuring overlays on the headless port"
     in_root build/release/bench/pelta_bench
     in_root build/release/bench/pelta_cluster_bench
+    in_root build/release/bench/pelta_grid_bench
+    in_root build/release/bench/pelta_convert_bench
 }
 
 # The page of the benchmark is left out of the everyday build.

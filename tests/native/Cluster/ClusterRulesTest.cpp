@@ -1,0 +1,180 @@
+#include <cmath>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <pelta/Cluster/PgmClusterAlgorithm.h>
+#include <pelta/Cluster/PgmHashable.h>
+
+#include "Cluster/LiteralClustering.h"
+
+// Results that are plain to see, and real places.
+
+namespace pelta {
+namespace {
+
+using Item = std::shared_ptr<PgmClusterItem>;
+using testing::ElementsAre;
+
+struct Place : PgmClusterItem {
+    explicit Place(CLLocationCoordinate2D where) : at(where) {}
+    CLLocationCoordinate2D position() const override { return at; }
+    CLLocationCoordinate2D at;
+};
+
+/// Items on the equator at these longitudes.
+std::vector<Item> itemsAt(std::initializer_list<double> longitudes) {
+    std::vector<Item> items;
+    for (const double longitude : longitudes) {
+        items.push_back(std::make_shared<Place>(CLLocationCoordinate2D{0, longitude}));
+    }
+    return items;
+}
+
+/// Indices of the items in each cluster.
+std::vector<std::vector<std::size_t>> groups(PgmClusterAlgorithm& algorithm, const std::vector<Item>& items,
+                                             float zoom) {
+    std::vector<std::vector<std::size_t>> result;
+    for (const auto& cluster : algorithm.clustersAtZoom(zoom)) {
+        result.emplace_back();
+        for (const Item& item : cluster->items()) {
+            result.back().push_back(
+                static_cast<std::size_t>(std::find(items.begin(), items.end(), item) - items.begin()));
+        }
+    }
+    return result;
+}
+
+TEST(ClusterRulesTest, GroupsByNearestSeedLatestOnTies) {
+    // At zoom 0 a seed reaches 70.3 degrees to each side.
+    struct Case {
+        const char* what;
+        std::vector<Item> items;
+        float zoom;
+        std::uint64_t smallestCount;
+        std::vector<std::vector<std::size_t>> groups;
+    };
+    const Case cases[] = {
+        {"nothing", {}, 0, 2, {}},
+        {"one item", itemsAt({10}), 0, 2, {{0}}},
+        {"two within reach", itemsAt({10, 80}), 0, 2, {{0, 1}}},
+        {"the same two, closer in", itemsAt({10, 80}), 1, 2, {{0}, {1}}},
+        {"between two seeds: the later takes it on a tie", itemsAt({-45, 0, 45}), 0.25F, 1, {{0}, {1, 2}}},
+        {"a group of 4 under 5 breaks up",
+         itemsAt({1, 2, 3, 4, 100, 101, 102, 103, 104}),
+         1,
+         5,
+         {{4, 5, 6, 7, 8}, {0}, {1}, {2}, {3}}},
+        {"a fractional zoom counts as it is", itemsAt({0, 60}), 0.25F, 2, {{0}, {1}}},
+        {"a negative one, too", itemsAt({-130, 130}), -2, 2, {{0, 1}}},
+        {"beyond the edge nobody is found, but seeds find", itemsAt({170, 190, 180}), 0, 2, {{0, 2}}},
+    };
+    for (const Case& test : cases) {
+        PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+        algorithm.setMinClusteringCount(test.smallestCount);
+        algorithm.add(test.items);
+        literal::Algorithm model;
+        model.minClusteringCount = test.smallestCount;
+        for (const Item& item : test.items) {
+            model.add(item);
+        }
+        EXPECT_EQ(model.clustersAtZoom(test.zoom).size(), test.groups.size()) << test.what;
+        EXPECT_THAT(groups(algorithm, test.items, test.zoom), testing::ElementsAreArray(test.groups))
+            << test.what;
+    }
+}
+
+TEST(ClusterRulesTest, ClustersLieAtTheirSeedsAndSinglesAtTheirItems) {
+    const auto items = itemsAt({10, 11, 100});
+    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+    EXPECT_EQ(algorithm.minClusteringCount(), 2U);
+    EXPECT_EQ(algorithm.maxDistanceBetweenItems(), 200U);
+    algorithm.add(items);
+    const auto clusters = algorithm.clustersAtZoom(2);
+    ASSERT_EQ(clusters.size(), 2U);
+    EXPECT_EQ(clusters[0]->position(), items[0]->position());
+    EXPECT_EQ(clusters[0]->count(), 2U);
+    EXPECT_EQ(clusters[1]->position(), items[2]->position());
+}
+
+TEST(ClusterRulesTest, RemovingAtASharedPositionTakesTheEarliestOutOfSearches) {
+    const auto items = itemsAt({10, 10, 10});
+    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+    algorithm.add(items);
+    algorithm.remove(items[2]);
+    EXPECT_THAT(groups(algorithm, items, 5), ElementsAre(ElementsAre(1, 2)));
+    algorithm.add(nullptr);
+    algorithm.remove(nullptr);
+    algorithm.remove(itemsAt({50}));
+    EXPECT_THAT(groups(algorithm, items, 5), ElementsAre(ElementsAre(1, 2)));
+}
+
+TEST(ClusterRulesTest, HoldsItemsOnlyAsLongAsItMust) {
+    std::weak_ptr<PgmClusterItem> watch;
+    std::vector<std::shared_ptr<PgmCluster>> clusters;
+    {
+        PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+        auto items = itemsAt({10, 20});
+        watch = items[0];
+        algorithm.add(items);
+        clusters = algorithm.clustersAtZoom(20);
+        algorithm.remove(items[0]);
+        items.clear();
+        EXPECT_FALSE(watch.expired()) << "a cluster keeps its items";
+        clusters.clear();
+        EXPECT_TRUE(watch.expired());
+        watch = itemsAt({1})[0];
+        clusters = algorithm.clustersAtZoom(20);
+    }
+    ASSERT_EQ(clusters.size(), 1U);
+    EXPECT_EQ(clusters[0]->items()[0]->position().longitude, 20) << "clusters outlive their algorithm";
+}
+
+struct Named : Place, PgmHashable {
+    Named(CLLocationCoordinate2D where, std::string name) : Place(where), name(std::move(name)) {}
+    std::size_t hash() const override { return std::hash<std::string>{}(name); }
+    bool equals(const PgmHashable& other) const override {
+        return dynamic_cast<const Named&>(other).name == name;
+    }
+    std::string name;
+};
+
+TEST(ClusterRulesTest, KeysAreEqualByTheObjectsOwnRuleOrByIdentity) {
+    const auto a = std::make_shared<Named>(CLLocationCoordinate2D{}, "a");
+    const auto alsoA = std::make_shared<Named>(CLLocationCoordinate2D{1, 1}, "a");
+    const auto b = std::make_shared<Named>(CLLocationCoordinate2D{}, "b");
+    const auto plain = std::make_shared<Place>(CLLocationCoordinate2D{});
+    const auto alike = std::make_shared<Place>(CLLocationCoordinate2D{});
+    using Key = WrappingDictionaryKey;
+    EXPECT_EQ(Key(a), Key(alsoA));
+    EXPECT_EQ(Key(a).hash(), Key(alsoA).hash());
+    EXPECT_FALSE(Key(a) == Key(b));
+    EXPECT_EQ(Key(plain), Key(Item(plain))) << "whichever class it is seen as";
+    EXPECT_EQ(Key(plain).hash(), Key(Item(plain)).hash());
+    EXPECT_FALSE(Key(plain) == Key(alike));
+    EXPECT_FALSE(Key(plain) == Key(a));
+    EXPECT_EQ(Key(Item()), Key(Item()));
+}
+
+TEST(ClusterRulesTest, AgreesWithTheLiteralRulesOnAllTheCitiesOfTheWorld) {
+    std::ifstream file(PELTA_CITIES);
+    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+    literal::Algorithm model;
+    std::size_t count = 0;
+    for (CLLocationCoordinate2D at; file >> at.longitude >> at.latitude; ++count) {
+        const auto city = std::make_shared<Place>(at);
+        algorithm.add(city);
+        model.add(city);
+    }
+    ASSERT_GT(count, 100'000U);
+    const auto expected = model.clustersAtZoom(7);
+    const auto actual = algorithm.clustersAtZoom(7);
+    ASSERT_EQ(actual.size(), expected.size());
+    for (std::size_t i = 0; i < actual.size(); ++i) {
+        ASSERT_EQ(actual[i]->position(), expected[i].position);
+        ASSERT_THAT(actual[i]->items(), testing::ElementsAreArray(expected[i].items)) << "cluster " << i;
+    }
+}
+
+}  // namespace
+}  // namespace pelta

@@ -1,0 +1,174 @@
+#include <fstream>
+#include <gmock/gmock.h>
+#include <string>
+
+#include "Command/CommandRun.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+class ConvertCommandTest : public CommandRun {};
+
+// A tower in Seoul; PROJ gives 310796.0319 550372.5270 for the same datum and projection.
+const std::string degrees = "126.9882 37.5512";
+const std::string katec = "310796.0319 550372.5305";
+
+TEST_F(ConvertCommandTest, ConvertsTheNumbersAndCarriesOverTheRest) {
+    const struct {
+        std::string line;
+        std::string expected;
+    } cases[] = {
+        {degrees, katec},
+        {degrees + " ", katec},
+        {degrees + " N Seoul Tower,  남산\t#1", katec + " N Seoul Tower,  남산\t#1"},
+        {"126.9882,37.5512,tower, south", katec + " tower, south"},
+        {" \t+126.9882 , \t37.5512\ttower", katec + " tower"},
+        {"1269882e-4\t37.5512   tower", katec + "   tower"},
+        {degrees + "\r", katec + "\r"},
+        {degrees + " tower\r", katec + " tower\r"},
+        {"", ""},
+        {"  ", "  "},
+        {"\r", "\r"},
+        {"# 1 2", "# 1 2"},
+    };
+    std::string input, expected;
+    for (const auto& [line, result] : cases) {
+        const auto outcome = run("convert --from wgs84 --to katec", line + "\n");
+        EXPECT_EQ(outcome.output, result + "\n") << line;
+        EXPECT_EQ(outcome.code, 0) << line;
+        input += line + "\n";
+        expected += result + "\n";
+    }
+    EXPECT_EQ(run("convert --from wgs84 --to katec", input).output, expected);
+    EXPECT_EQ(run("convert --from wgs84 --to katec", "\xEF\xBB\xBF" + degrees).output, katec + "\n")
+        << "a byte order mark, and no break behind the last line";
+    EXPECT_EQ(run("convert --from wgs84 --to katec", "").output, "");
+}
+
+TEST_F(ConvertCommandTest, KnowsAllSystems) {
+    for (const std::string system : {"katec", "tm", "grs80", "utmk"}) {
+        const auto there = run("convert --from wgs84 --to " + system, degrees + "\n");
+        EXPECT_THAT(there.output, testing::MatchesRegex("[0-9]+\\.[0-9]{4} [0-9]+\\.[0-9]{4}\n")) << system;
+        const auto back = run("convert --to=wgs84 --from=" + system, there.output);
+        EXPECT_THAT(back.output, testing::MatchesRegex("[0-9]+\\.[0-9]{10} [0-9]+\\.[0-9]{10}\n")) << system;
+        EXPECT_NEAR(std::stod(back.output), 126.9882, 5e-8) << system;
+        EXPECT_NEAR(std::stod(back.output.substr(back.output.find(' '))), 37.5512, 5e-8) << system;
+        if (system != "katec") {
+            EXPECT_NE(there.output, katec + "\n");
+        }
+    }
+}
+
+TEST_F(ConvertCommandTest, NamesLinesThatCannotBeConverted) {
+    const struct {
+        std::string line;
+        std::string expected;
+        std::string reason;
+    } cases[] = {
+        {"hello", "* *", "the line does not start with a number"},
+        {"hello, world and moon", "* * and moon", "the line does not start with a number"},
+        {",1 2", "* * 2", "the line does not start with a number"},
+        {"12x 37 a", "* * a", "the line does not start with a number"},
+        {"0x7f 37", "* *", "the line does not start with a number"},
+        {"+-1 37", "* *", "the line does not start with a number"},
+        {"127", "* *", "there is no second number"},
+        {"127,\r", "* *\r", "there is no second number"},
+        {"127,,37", "* * 37", "there is no second number"},
+        {"127 north end", "* * end", "the second word is not a number"},
+        {"127;37", "* *", "the line does not start with a number"},
+        {"nan 37 a", "* * a", "the result is not finite"},
+        {"127 -inf a", "* * a", "the result is not finite"},
+        {"1e999 37", "* *", "the line does not start with a number"},
+    };
+    std::ofstream file(path("some lines.txt"));
+    std::string expected, reasons;
+    int number = 0;
+    for (const auto& [line, result, reason] : cases) {
+        file << degrees << "\n" << line << "\n";
+        expected += katec + "\n" + result + "\n";
+        number += 2;
+        reasons += "some lines.txt:" + std::to_string(number) + ": " + reason + "\n";
+    }
+    file.close();
+    const auto outcome = run("convert --from wgs84 --to katec 'some lines.txt'");
+    EXPECT_EQ(outcome.output, expected);
+    EXPECT_EQ(outcome.errors, reasons);
+    EXPECT_EQ(outcome.code, 1);
+}
+
+TEST_F(ConvertCommandTest, ReadsSeveralFilesAndStandardInput) {
+    std::ofstream(path("a")) << degrees << " a\nbad";
+    std::ofstream(path("-b")) << degrees << " b\n\nworse\n";
+    const auto outcome =
+        run("convert --from wgs84 --to katec a missing - . -- -b", degrees + " in\n\n\nworst\n");
+    EXPECT_EQ(outcome.output, katec + " a\n* *\n" + katec + " in\n\n\n* *\n" + katec + " b\n\n* *\n");
+    EXPECT_THAT(outcome.errors, HasSubstr("a:2: "));
+    EXPECT_THAT(outcome.errors, HasSubstr("missing: cannot be read: No such file"));
+    EXPECT_THAT(outcome.errors, HasSubstr("standard input:4: "));
+    EXPECT_THAT(outcome.errors, HasSubstr(".: cannot be read: Is a directory"));
+    EXPECT_THAT(outcome.errors, HasSubstr("-b:3: "));
+    EXPECT_EQ(outcome.code, 1);
+}
+
+// Longer than any room that the command reads into: memory does not grow with a file, nor with a line.
+TEST_F(ConvertCommandTest, KeepsTrackInLongFilesAndLongLines) {
+    const std::string longRest(600'000, 'r');
+    std::string input, expected;
+    for (int i = 0; i < 20'000; ++i) {
+        input += degrees + " " + std::to_string(i) + "\n";
+        expected += katec + " " + std::to_string(i) + "\n";
+    }
+    input +=
+        degrees + " " + longRest + "\nbad\n" + std::string(300'000, ' ') + degrees + "\nbad\n#" + longRest;
+    expected += katec + " " + longRest + "\n* *\n* * ";
+    const auto outcome = run("convert --from wgs84 --to katec", input);
+    EXPECT_TRUE(outcome.output.starts_with(expected));
+    EXPECT_TRUE(outcome.output.ends_with(degrees + "\n* *\n#" + longRest + "\n"));
+    EXPECT_EQ(outcome.errors,
+              "standard input:20002: the line does not start with a number\n"
+              "standard input:20003: the numbers are too far from the start of the line\n"
+              "standard input:20004: the line does not start with a number\n");
+    const auto narrow =
+        shell("ulimit -v 60000; yes '" + degrees +
+              "' | head -c 80000000 | '" PELTA_COMMAND "' convert --from wgs84 --to utmk 2>err | wc -l >out");
+#if !defined(__SANITIZE_ADDRESS__)
+    EXPECT_EQ(std::stoi(narrow.output), 80'000'000 / (static_cast<int>(degrees.size()) + 1) + 1);
+#endif
+}
+
+TEST_F(ConvertCommandTest, AnswersEachLineOfAPipeAtOnce) {
+    const auto outcome = shell("bash -c 'coproc \"" PELTA_COMMAND
+                               "\" convert --from wgs84 --to katec;"
+                               " echo " +
+                               degrees +
+                               " >&${COPROC[1]}; read -t 20 -u ${COPROC[0]} line;"
+                               " echo \"$line\" >out'");
+    EXPECT_EQ(outcome.output, katec + "\n");
+}
+
+TEST_F(ConvertCommandTest, TellsWrongUseFromWrongInput) {
+    const struct {
+        const char* words;
+        const char* reason;
+    } cases[] = {
+        {"convert", "--from is missing"},
+        {"convert --from katec", "--to is missing"},
+        {"convert --from", "--from needs a value"},
+        {"convert --from mars --to katec", "--from takes wgs84, katec, tm, grs80 or utmk; not 'mars'"},
+        {"convert --from wgs84 --to KATEC", "--to takes wgs84, katec, tm, grs80 or utmk; not 'KATEC'"},
+        {"convert --from wgs84 --to tm -x", "there is no option '-x'"},
+    };
+    for (const auto& [words, reason] : cases) {
+        const auto outcome = run(words, degrees);
+        EXPECT_EQ(outcome.code, 2) << words;
+        EXPECT_THAT(outcome.errors, HasSubstr(reason)) << words;
+        EXPECT_THAT(outcome.output, IsEmpty()) << words;
+    }
+    EXPECT_THAT(run("convert --help").output, StartsWith("usage: pelta convert"));
+    EXPECT_THAT(run("--help").output, HasSubstr("  convert "));
+}
+
+}  // namespace
