@@ -8,8 +8,12 @@
 #include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/UIWindow.h>
 
+#include "Engine/TapZoom.h"
+
 namespace pelta {
 namespace {
+
+constexpr double zoomDuration = 0.3;  // seconds
 
 std::shared_ptr<MLNStyleLayer> makeDocumentLayer(const DocumentLayer& description) {
     const auto& identifier = description.identifier;
@@ -52,7 +56,8 @@ MLNMapView::Core::Core(const std::shared_ptr<MLNMapView>& view)
     : events_(view),
       camera_(events_, [this] { requestFrame(); }),
       contentInset_([this] { requestFrame(); }),
-      tracking_(camera_, events_),
+      tracking_(camera_, events_, [this] { userDidMove(); }),
+      annotation_(tracking_, events_),
       ornaments_(*view,
                  [weak = std::weak_ptr(view)] {
                      if (const auto tapped = weak.lock()) {
@@ -71,6 +76,12 @@ void MLNMapView::Core::open() {
     contentInset_.open(*renderer_);
     camera_.setViewSize(surfaceSize_);
     camera_.open(*renderer_);
+    addTapZoom(*view, [weak = weak_from_this()](double change, CGPoint fixed) {
+        if (const auto self = weak.lock()) {
+            self->zoomBy(change, fixed);
+        }
+    });
+    annotation_.open();
     FrameLoop::add(weak_from_this());
     requestFrame();
 }
@@ -130,7 +141,32 @@ void MLNMapView::Core::setContentInset(const UIEdgeInsets& inset, bool animated,
 }
 
 void MLNMapView::Core::setShowsUserLocation(bool shows) {
-    tracking_.setShowsLocation(shows, std::shared_ptr<LocationObserver>(shared_from_this(), &tracking_));
+    if (shows != tracking_.showsLocation()) {
+        tracking_.setShowsLocation(shows, std::shared_ptr<LocationObserver>(shared_from_this(), &tracking_));
+        annotation_.showsLocationDidChange();
+    }
+}
+
+void MLNMapView::Core::userDidMove() {
+    annotation_.setNeedsUpdate();
+    requestFrame();
+}
+
+void MLNMapView::Core::zoomBy(double change, CGPoint fixed) {
+    if (!gestures_.isZoomEnabled || !renderer_) {
+        return;
+    }
+    // Taps in quick succession add up.
+    auto wanted = camera_.state();
+    wanted.zoom = camera_.destination().zoom + change;
+    const double zoom = camera_.constrain(wanted).zoom;
+    if (zoom == camera_.destination().zoom) {
+        return;
+    }
+    const auto place = renderer().coordinateForPoint(fixed);
+    camera_.easeTo(zoomedAbout(camera_.state(), place, zoom), zoomDuration,
+                   CAMediaTimingFunction::easeInEaseOut(),
+                   change > 0 ? MLNCameraChangeReason::gestureZoomIn : MLNCameraChangeReason::gestureZoomOut);
 }
 
 // Style
@@ -225,11 +261,17 @@ void MLNMapView::Core::renderFrame() {
     }
     commitChanges();
     renderer_->drawFrame();
-    ornaments_.showCamera(camera_.state());
+    showCamera();
     if (needsFrame_) {
         FrameLoop::request();
     }
     reportIdleIfAtRest();
+}
+
+/// Brings what lies over the map in line with the frame just drawn.
+void MLNMapView::Core::showCamera() {
+    ornaments_.showCamera(camera_.state());
+    annotation_.showCamera(camera_.state(), *renderer_);
 }
 
 void MLNMapView::Core::commitChanges() {

@@ -14,6 +14,7 @@
 #include "Engine/MapViewEvents.h"
 #include "Engine/Ornaments.h"
 #include "Engine/StyleLoader.h"
+#include "Engine/UserLocationAnnotation.h"
 #include "Engine/UserTracking.h"
 
 namespace pelta {
@@ -40,6 +41,7 @@ class MLNMapView::Core final : public MapRendererHost,
     [[nodiscard]] ContentInset& contentInset() noexcept { return contentInset_; }
     [[nodiscard]] Ornaments& ornaments() noexcept { return ornaments_; }
     [[nodiscard]] UserTracking& tracking() noexcept { return tracking_; }
+    [[nodiscard]] UserLocationAnnotation& annotation() noexcept { return annotation_; }
     [[nodiscard]] MLNStyle* style() const noexcept { return style_.get(); }
     /// For the view's own queries: the renderer with the view's layout solved.
     [[nodiscard]] const MapRenderer& renderer();
@@ -53,6 +55,9 @@ class MLNMapView::Core final : public MapRendererHost,
     void updateSurface();
     void setContentInset(const UIEdgeInsets& inset, bool animated, Completion completion);
     void setShowsUserLocation(bool shows);
+    /// Zooms as a gesture does, while what is seen at a point of the view stays there; nothing while zooming
+    /// is switched off.
+    void zoomBy(double change, CGPoint fixed);
 
     [[nodiscard]] const GestureSettings& gestures() const noexcept { return gestures_; }
     template <class Change>
@@ -81,6 +86,8 @@ class MLNMapView::Core final : public MapRendererHost,
     void enterDocumentLayers(const StyleDocument& document);
     void styleDidFail(std::string_view message);
     void styleDidChange();
+    void userDidMove();
+    void showCamera();
     void commitChanges();
     void reportIdleIfAtRest();
 
@@ -88,6 +95,7 @@ class MLNMapView::Core final : public MapRendererHost,
     CameraController camera_;
     ContentInset contentInset_;
     UserTracking tracking_;
+    UserLocationAnnotation annotation_;
     Ornaments ornaments_;
     StyleLoader styleLoader_;
     GestureSettings gestures_;

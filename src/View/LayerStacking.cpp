@@ -49,11 +49,14 @@ void stackBelow(MLNStyle& style, Position position, std::span<const PgmShape* co
 
 }  // namespace
 
+bool isStackedBelow(const PgmShape& one, const PgmShape& other) noexcept {
+    return std::tuple(one.globalZIndex(), one.zIndex(), one.shapeIndex()) <
+           std::tuple(other.globalZIndex(), other.zIndex(), other.shapeIndex());
+}
+
 void sortShapes(std::vector<const PgmShape*>& shapes) {
-    std::sort(shapes.begin(), shapes.end(), [](const PgmShape* a, const PgmShape* b) {
-        return std::tuple(a->globalZIndex(), a->zIndex(), a->shapeIndex()) <
-               std::tuple(b->globalZIndex(), b->zIndex(), b->shapeIndex());
-    });
+    std::sort(shapes.begin(), shapes.end(),
+              [](const PgmShape* a, const PgmShape* b) { return isStackedBelow(*a, *b); });
 }
 
 void removeLayers(const PgmShape& shape) {

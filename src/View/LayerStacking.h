@@ -9,7 +9,10 @@
 
 namespace pelta {
 
-/// Sorts shapes from the lowest to the highest: by `globalZIndex`, then `zIndex`, then age.
+/// True when one shape lies below another: by `globalZIndex`, then `zIndex`, then age.
+[[nodiscard]] bool isStackedBelow(const PgmShape& one, const PgmShape& other) noexcept;
+
+/// Sorts shapes from the lowest to the highest.
 void sortShapes(std::vector<const PgmShape*>& shapes);
 
 /// Takes the layers of a shape out of the style that holds them.

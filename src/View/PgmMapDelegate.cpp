@@ -12,6 +12,10 @@ void PgmMapDelegate::regionDidChangeAnimated(PgmMapView& /*mapView*/, bool /*ani
 
 void PgmMapDelegate::mapViewDidBecomeIdle(PgmMapView& /*mapView*/) {}
 
+void PgmMapDelegate::didTapMapView(PgmMapView& /*mapView*/, CLLocationCoordinate2D /*latLng*/) {}
+
+void PgmMapDelegate::didLongTapMapView(PgmMapView& /*mapView*/, CLLocationCoordinate2D /*latLng*/) {}
+
 void PgmMapDelegate::didUpdateUserLocation(PgmMapView& /*mapView*/,
                                            const std::optional<CLLocation>& /*location*/) {}
 

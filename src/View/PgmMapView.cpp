@@ -3,6 +3,7 @@
 #include <pelta/View/DefaultStyle.h>
 #include <pelta/View/PgmMapView.h>
 
+#include "View/OrnamentControls.h"
 #include "View/PgmPrivateMapDelegate.h"
 #include "View/ShapeRegistry.h"
 
@@ -54,6 +55,7 @@ PgmMapView::PgmMapView(CGRect frame, std::shared_ptr<PgmMapOptions> options,
       startOptions_(std::move(options)),
       mapDelegate_(std::make_shared<PrivateMapDelegate>()),
       shapes_(std::make_unique<ShapeRegistry>()),
+      controls_(std::make_unique<OrnamentControls>()),
       delegate_(delegate) {}
 
 PgmMapView::PgmMapView(const PgmViewSettings& settings) : PgmMapView(settings.frame) {
@@ -69,6 +71,7 @@ PgmMapView::~PgmMapView() = default;
 void PgmMapView::completeConstruction(std::string_view className) {
     UIView::completeConstruction(className);
     mapViewInit();
+    controllerInit();
     mapOptions_ = std::move(startOptions_);
     if (const auto options = mapOptions_) {
         applyMapOptions(*options);
@@ -86,6 +89,7 @@ void PgmMapView::mapViewInit() {
     replaceImage(*engine_->logoView(), "peltamap_pelta_logo");
     replaceImage(*engine_->compassView(), "peltamap_compass_normal");
     engine_->setContentInset(engine_->contentInset(), false, [] {});
+    recognizersInit();
 }
 
 std::shared_ptr<PgmMapView> PgmMapView::sharedThis() {

@@ -67,7 +67,9 @@ void PgmMapView::setMaximumTilt(double degrees) {
 
 void PgmMapView::setContentInset(UIEdgeInsets inset) {
     settings_.contentInset = inset;
+    const auto self = sharedThis();
     forward(engine_, &MLNMapView::setContentInset, inset);
+    refreshOrnamentConstraints();
 }
 
 void PgmMapView::setIsScaleBarVisible(bool visible) {
@@ -78,14 +80,6 @@ void PgmMapView::setIsScaleBarVisible(bool visible) {
 void PgmMapView::setIsCompassVisible(bool visible) {
     settings_.isCompassVisible = visible;
     forward(engine_, &MLNMapView::setShowsCompassView, visible);
-}
-
-void PgmMapView::setIsZoomControlVisible(bool visible) {
-    settings_.isZoomControlVisible = visible;
-}
-
-void PgmMapView::setIsLocationButtonVisible(bool visible) {
-    settings_.isLocationButtonVisible = visible;
 }
 
 void PgmMapView::setIsLogoVisible(bool visible) {

@@ -48,7 +48,7 @@ enum class MLNUserTrackingMode : unsigned {
 
 /// Which gestures move the camera, and how far a fling carries.
 struct GestureSettings {
-    bool isZoomEnabled = true;    ///< Two fingers and double taps zoom.
+    bool isZoomEnabled = true;    ///< Two fingers, double taps, taps of two fingers zoom.
     bool isScrollEnabled = true;  ///< A finger moves the map.
     bool isRotateEnabled = true;  ///< Two fingers turn the map.
     bool isPitchEnabled = true;   ///< Two fingers side by side tilt the map.

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include <pelta/Platform/UITouch.h>
@@ -51,6 +52,11 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     /// Makes this recogniser wait for the failure of another, which is held weakly. Nothing happens when the
     /// other one waits for this one, directly or through others.
     void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other);
+    /// Asks `condition` before a gesture is reported for the first time, or waits for others to fail; when it
+    /// answers false, the gesture fails instead. Empty, as at first, allows every gesture.
+    void setShouldBegin(std::function<bool(const UIGestureRecognizer&)> condition) {
+        shouldBegin_ = std::move(condition);
+    }
     /// Where the gesture is, in points of the given view, or of the window when the view is null.
     [[nodiscard]] CGPoint locationInView(const UIView* view) const;
 
@@ -99,6 +105,7 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     [[nodiscard]] bool isActive() const noexcept;
 
     Action action_;
+    std::function<bool(const UIGestureRecognizer&)> shouldBegin_;
     std::weak_ptr<UIView> view_;
     State state_ = State::possible;
     State pendingState_ = State::possible;  ///< The success that waits for required failures, if any.
@@ -113,7 +120,8 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
 };
 
 /// Recognises taps: `numberOfTapsRequired` of them, each at most 0.3 s long and apart, within 10 points (45
-/// between taps). Reports `ended`.
+/// between taps), made by `numberOfTouchesRequired` fingers. Reports `ended`; several fingers are in the
+/// middle of where they pressed.
 class UITapGestureRecognizer final : public UIGestureRecognizer {
  public:
     using UIGestureRecognizer::UIGestureRecognizer;
@@ -122,20 +130,33 @@ class UITapGestureRecognizer final : public UIGestureRecognizer {
     [[nodiscard]] int numberOfTapsRequired() const noexcept { return tapsRequired_; }
     /// Values below 1 count as 1.
     void setNumberOfTapsRequired(int taps) noexcept { tapsRequired_ = taps < 1 ? 1 : taps; }
+    /// Fingers that make a tap, 1 at first.
+    [[nodiscard]] int numberOfTouchesRequired() const noexcept { return fingersRequired_; }
+    /// Values below 1 count as 1.
+    void setNumberOfTouchesRequired(int fingers) noexcept { fingersRequired_ = fingers < 1 ? 1 : fingers; }
 
  protected:
     void touchDidChange(const UITouch& touch) override;
     [[nodiscard]] bool continuesGesture(const UITouch& touch) const override;
-    void reset() override { tapsSeen_ = 0; }
+    void reset() override;
 
  private:
+    struct Finger {
+        int identifier;
+        CGPoint start;  ///< Window coordinates.
+    };
+
+    void fingerDidPress(const UITouch& touch);
     void fingerDidLift(const UITouch& touch);
+    [[nodiscard]] bool hasStayed(const UITouch& touch) const;
+    [[nodiscard]] CGPoint start() const;
 
     int tapsRequired_ = 1;
+    int fingersRequired_ = 1;
     int tapsSeen_ = 0;
-    CGPoint start_;         ///< Where the present tap began, window coordinates.
-    double startTime_ = 0;  ///< When the present tap began.
-    double liftTime_ = 0;   ///< When the last tap ended.
+    std::vector<Finger> fingers_;  ///< Of the present tap, also those that have lifted.
+    double startTime_ = 0;         ///< When the present tap began.
+    double liftTime_ = 0;          ///< When the last tap ended.
 };
 
 /// Recognises one finger held for `minimumPressDuration` within 10 points. Reports `began` when the time is

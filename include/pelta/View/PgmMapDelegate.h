@@ -23,6 +23,12 @@ class PgmMapDelegate {
     virtual void regionDidChangeAnimated(PgmMapView& mapView, bool animated, PgmCameraUpdateReason reason);
     /// Nothing is left to load, move or draw.
     virtual void mapViewDidBecomeIdle(PgmMapView& mapView);
+    /// The map was tapped at a place, in degrees, where no shape has dealt with the tap. A double tap is no
+    /// tap.
+    virtual void didTapMapView(PgmMapView& mapView, CLLocationCoordinate2D latLng);
+    /// A finger has rested on the map for half a second, at a place in degrees; reported once, while it still
+    /// rests.
+    virtual void didLongTapMapView(PgmMapView& mapView, CLLocationCoordinate2D latLng);
     /// The user's location has been measured anew; absent when it is no longer known.
     virtual void didUpdateUserLocation(PgmMapView& mapView, const std::optional<CLLocation>& location);
 };

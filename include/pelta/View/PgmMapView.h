@@ -23,6 +23,7 @@ namespace pelta {
 
 class PrivateMapDelegate;
 class ShapeRegistry;
+struct OrnamentControls;
 
 /// A map in a view hierarchy: the application's way to the camera, the gestures and the shapes on it.
 ///
@@ -153,20 +154,49 @@ class PgmMapView : public UIView {
     [[nodiscard]] PgmPosition logoViewPosition() const noexcept { return PgmPosition::bottomLeft; }
     /// Points from the edges at which the logo stands.
     [[nodiscard]] CGPoint logoViewMargins() const noexcept { return {8, 8}; }
-    /// Where the zoom control has its place.
-    [[nodiscard]] PgmPosition zoomViewPosition() const noexcept { return PgmPosition::centerRight; }
-    /// Points from the edges at which the zoom control has its place.
-    [[nodiscard]] CGPoint zoomViewMargins() const noexcept { return {8, 0}; }
-    /// Where the location button has its place.
-    [[nodiscard]] PgmPosition locationViewPosition() const noexcept { return PgmPosition::bottomRight; }
-    /// Points from the edges at which the location button has its place.
-    [[nodiscard]] CGPoint locationViewMargins() const noexcept { return {0, 0}; }
+    /// The zoom control: a container with a button to zoom in, a divider and a button to zoom out.
+    [[nodiscard]] const std::shared_ptr<UIView>& zoomView() const noexcept;
+    /// Where the zoom control stands, `centerRight` at first.
+    [[nodiscard]] PgmPosition zoomViewPosition() const noexcept;
+    void setZoomViewPosition(PgmPosition position);
+    /// Points from the edges at which the zoom control stands, (8, 0) at first.
+    [[nodiscard]] CGPoint zoomViewMargins() const noexcept;
+    void setZoomViewMargins(CGPoint margins);
+    /// The location button within its container.
+    [[nodiscard]] const std::shared_ptr<UIView>& locationView() const noexcept;
+    /// Where the location button stands, `bottomRight` at first.
+    [[nodiscard]] PgmPosition locationViewPosition() const noexcept;
+    void setLocationViewPosition(PgmPosition position);
+    /// Points from the edges at which the location button stands, (8, 8) at first.
+    [[nodiscard]] CGPoint locationViewMargins() const noexcept;
+    void setLocationViewMargins(CGPoint margins);
+    /// Places a view that the application has added to this one as the map's own controls are placed: within
+    /// the safe area, moved inwards by the content inset. It stays there until this is called again, as
+    /// after a change of the inset. A position that is none of the enumeration is a programming error that
+    /// stops the process.
+    ///
+    /// @param constraints  those that have placed the view so far; they are let go and replaced.
+    /// @param size         points; zero both ways leaves the view's extent to other constraints.
+    /// @param margins      points from the edges.
+    void updateConstraintsForOrnament(const std::shared_ptr<UIView>& ornament,
+                                      std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints,
+                                      PgmPosition position, CGSize size, CGPoint margins);
+    /// Places the zoom control and the location button anew; happens by itself when the safe area or the
+    /// content inset changes.
+    void refreshOrnamentConstraints();
+    void safeAreaInsetsDidChange() override;
+    /// Zooms in by one level, animated, as a press of the button does.
+    void plusAction();
+    /// Zooms out by one level, animated.
+    void minusAction();
+    /// Shows and follows the user's location once more as `userTrackingMode` has it.
+    void locactionAction();
     /// @}
 
     /// @name Gestures
     /// All enabled at first.
     /// @{
-    /// Two fingers and double taps zoom.
+    /// Two fingers, double taps and taps of two fingers zoom.
     [[nodiscard]] bool isZoomGesturesEnabled() const noexcept { return settings_.isZoomGesturesEnabled; }
     void setIsZoomGesturesEnabled(bool enabled);
     /// A finger moves the map.
@@ -181,6 +211,18 @@ class PgmMapView : public UIView {
     /// Share of its speed that a fling keeps each millisecond, 0.998 at first; 0 switches flinging off.
     [[nodiscard]] CGFloat decelerationRate() const noexcept { return settings_.decelerationRate; }
     void setDecelerationRate(CGFloat rate);
+    /// @}
+
+    /// @name Taps
+    /// What the engine view's recognisers call, once the double tap has been ruled out.
+    /// @{
+    /// Offers a tap that has ended to the topmost shape with a `touchEvent` that is drawn within 22 points of
+    /// it; where there is none, or it declines, the delegate is told.
+    void handleSingleTap(const UIGestureRecognizer& recognizer);
+    /// Tells the delegate of a long press that has begun; shapes are not asked.
+    void handleLongTapGesture(const UIGestureRecognizer& recognizer);
+    /// Notes a tap on the logo in the log while `isLogoClickEnabled`.
+    void handleLogoSingleTap(const UIGestureRecognizer& recognizer);
     /// @}
 
     /// @name User location
@@ -271,6 +313,8 @@ class PgmMapView : public UIView {
     };
 
     void mapViewInit();
+    void recognizersInit();
+    void controllerInit();
     [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
     [[nodiscard]] MLNMapCamera engineCamera(const PgmCameraPosition& position);
 
@@ -279,6 +323,7 @@ class PgmMapView : public UIView {
     std::shared_ptr<PgmMapOptions> mapOptions_;
     std::shared_ptr<PrivateMapDelegate> mapDelegate_;
     std::unique_ptr<ShapeRegistry> shapes_;
+    std::unique_ptr<OrnamentControls> controls_;
     std::weak_ptr<PgmMapDelegate> delegate_;
     std::weak_ptr<PgmMapDelegate> clusterDelegate_;
     Settings settings_;
