@@ -41,9 +41,10 @@ void applyGestures(const val& map, const GestureSettings& settings) {
     } else {
         enable(map["dragPan"], false);
     }
-    for (const char* zoomHandler : {"scrollZoom", "doubleClickZoom", "boxZoom"}) {
+    for (const char* zoomHandler : {"scrollZoom", "boxZoom"}) {
         enable(map[zoomHandler], settings.isZoomEnabled);
     }
+    enable(map["doubleClickZoom"], false);  // Taps that zoom are the map view's.
     enable(map["touchPitch"], settings.isPitchEnabled);
     // Two handlers serve two settings each; their halves are switched one by one.
     const val drag = map["dragRotate"];
@@ -66,7 +67,7 @@ GestureCause causeOfEvent(const val& originalEvent) {
         return GestureCause::continuous;
     }
     const auto type = originalEvent["type"].as<std::string>();
-    if (type == "dblclick" || type == "touchend" || type == "keydown" || type == "mouseup") {
+    if (type == "keydown" || type == "mouseup") {
         return GestureCause::step;
     }
     if (type == "touchmove" && originalEvent["touches"]["length"].as<int>() == 1) {

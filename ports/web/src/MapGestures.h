@@ -13,7 +13,7 @@ void applyGestures(const emscripten::val& map, const GestureSettings& settings);
 enum class GestureCause : unsigned {
     continuous,  ///< Fingers, a drag or the wheel.
     oneFinger,   ///< A finger that drags after a tap, which zooms.
-    step,        ///< A double click or tap, or a key: an animated step.
+    step,        ///< A key, or the end of a drawn box: an animated step.
 };
 
 /// Reads the cause from the event that GL JS names for a movement; undefined counts as continuous.

@@ -23,6 +23,13 @@ std::string place(CGRect rect) {
            ";width:" + cssLength(rect.size.width) + ";height:" + cssLength(rect.size.height);
 }
 
+/// The rectangle moved to where pixels of the screen begin: a picture between them would be blurred.
+CGRect onPixels(CGRect rect) {
+    const double scale = UIScreen::scale();
+    return {{std::round(rect.origin.x * scale) / scale, std::round(rect.origin.y * scale) / scale},
+            rect.size};
+}
+
 std::string sizeKey(CGSize size) {
     return cssNumber(size.width) + "x" + cssNumber(size.height);
 }
@@ -66,7 +73,7 @@ void ViewNode::show(bool takesTouches) {
 }
 
 void ViewNode::showBox(const UIView& view, bool takesTouches) {
-    std::string style = place(view.frame());
+    std::string style = place(onPixels(view.frame()));
     style += takesTouches ? ";pointer-events:auto" : ";pointer-events:none";
     if (view.isHidden()) {
         style += ";display:none";

@@ -23,6 +23,8 @@ val makeRoot(const val& host) {
     }
     root["style"].set("cssText", "position:" + place +
                                      ";inset:0;overflow:hidden;touch-action:none;box-sizing:border-box;"
+                                     "user-select:none;-webkit-user-select:none;"
+                                     "-webkit-touch-callout:none;-webkit-tap-highlight-color:transparent;"
                                      "padding:env(safe-area-inset-top) env(safe-area-inset-right) "
                                      "env(safe-area-inset-bottom) env(safe-area-inset-left)");
     host.call<void>("appendChild", root);
