@@ -1,4 +1,4 @@
-# What `cmake --install` lays down: headers, static libraries, the base style in share/pelta/style, what web pages are
+# What `cmake --install` lays down: headers, static libraries, the command line, the base style in share/pelta/style, what web pages are
 # made with in share/pelta/web, and the package that find_package(pelta) reads. One installed tree holds one port:
 # pelta::headless or pelta::web beside pelta::pelta.
 include(GNUInstallDirs)
@@ -15,6 +15,9 @@ foreach(_room IN ITEMS platform engine cluster coordinate ${_port})
 endforeach()
 install(TARGETS pelta pelta_cluster pelta_coordinate pelta_engine pelta_platform pelta_${_port} EXPORT pelta-targets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+if(TARGET pelta_command)
+    install(TARGETS pelta_command RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
 install(EXPORT pelta-targets NAMESPACE pelta:: DESTINATION ${_package_dir})
 
 install(DIRECTORY include/ ports/${_port}/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
