@@ -6,6 +6,9 @@
 #include <pelta/Annotations/PgmCircle.h>
 #include <pelta/Annotations/PgmIDManager.h>
 #include <pelta/Annotations/PgmImage.h>
+#include <pelta/Annotations/PgmInfoWindow.h>
+#include <pelta/Annotations/PgmLocationAnnotationView.h>
+#include <pelta/Annotations/PgmLocationIcon.h>
 #include <pelta/Annotations/PgmMarker.h>
 #include <pelta/Annotations/PgmMarkerOptions.h>
 #include <pelta/Annotations/PgmPolygon.h>

@@ -1,6 +1,7 @@
 #include <pelta/Annotations/PgmIDManager.h>
 #include <pelta/Annotations/PgmImage.h>
-#include <pelta/Platform/Log.h>
+
+#include "Annotations/ResourceImage.h"
 
 namespace pelta {
 
@@ -34,20 +35,8 @@ PgmImage::Ptr PgmImage::imageNamedInBundle(std::string_view name, const Bundle* 
                                       reuseIdentifier ? *std::move(reuseIdentifier) : makeUUIDString());
 }
 
-std::optional<UIImage> PgmImage::resourceImage(std::string_view name) {
-    auto picture = Bundle::library().imageNamed(name);
-    if (!picture) {
-        dPrint("Failed to load resource image: " + std::string(name));
-    }
-    return picture;
-}
-
 PgmImage::Ptr PgmImage::builtInImage(std::string_view name) {
-    auto picture = resourceImage(name);
-    if (!picture) {
-        fatalError("Failed to load resource image: " + std::string(name));
-    }
-    return imageWith(*std::move(picture));
+    return imageWith(requiredResourceImage(name));
 }
 
 const PgmImage::Ptr& PgmImage::markerImageBlue() {

@@ -1,3 +1,6 @@
+#include <utility>
+
+#include <pelta/Annotations/PgmInfoWindow.h>
 #include <pelta/Annotations/PgmMarker.h>
 #include <pelta/Platform/UIWindow.h>
 #include <pelta/View/PgmMapView.h>
@@ -63,67 +66,85 @@ void PgmMarker::setPosition(CLLocationCoordinate2D position) {
 
 void PgmMarker::setIconImage(std::shared_ptr<PgmImage> image) {
     iconImage_ = orDefault(std::move(image));
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIconScale(double scale) {
     iconScale_ = scale;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIsIconFlat(bool flat) {
     isIconFlat_ = flat;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitle(std::string title) {
     title_ = std::move(title);
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitleColor(UIColor color) {
     titleColor_ = color;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitleHaloColor(UIColor color) {
     titleHaloColor_ = color;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitleSize(double size) {
     titleSize_ = size;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitleMaxWidth(double width) {
     titleMaxWidth_ = width;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setTitleMargin(double margin) {
     titleMargin_ = margin;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIsTitleFlat(bool flat) {
     isTitleFlat_ = flat;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIsAllowOverlapMarkers(bool allow) {
     isAllowOverlapMarkers_ = allow;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIsAllowOverlapTitle(bool allow) {
     isAllowOverlapTitle_ = allow;
-    updateLayerProperty();
+    propertyDidChange();
 }
 
 void PgmMarker::setIsAllowOverlapSymbols(bool allow) {
     isAllowOverlapSymbols_ = allow;
+    propertyDidChange();
+}
+
+void PgmMarker::propertyDidChange() {
     updateLayerProperty();
+    if (const auto window = infoWindow_) {
+        window->updateLayerProperty();
+    }
+}
+
+void PgmMarker::updateShapesWithReorder(bool reorder) {
+    PgmShape::updateShapesWithReorder(reorder);
+    if (const auto window = infoWindow_) {
+        window->updateShapesWithReorder(reorder);
+    }
+}
+
+void PgmMarker::setInfoWindow(std::shared_ptr<PgmInfoWindow> window) {
+    infoWindow_ = std::move(window);
 }
 
 void PgmMarker::updateFeature() {

@@ -46,6 +46,7 @@ MLNMapView::MLNMapView(CGRect frame) : UIView(frame) {}
 
 void MLNMapView::completeConstruction(std::string_view className) {
     UIView::completeConstruction(className);
+    setClipsToBounds(true);
     core_ = std::make_shared<Core>(std::static_pointer_cast<MLNMapView>(shared_from_this()));
     core_->open();
 }

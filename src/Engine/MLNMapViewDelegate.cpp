@@ -1,3 +1,4 @@
+#include <pelta/Engine/MLNAnnotationView.h>
 #include <pelta/Engine/MLNMapViewDelegate.h>
 
 namespace pelta {
@@ -15,5 +16,14 @@ void MLNMapViewDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/,
                                                const MLNUserLocation& /*userLocation*/) {}
 void MLNMapViewDelegate::didChangeUserTrackingMode(MLNMapView& /*mapView*/, MLNUserTrackingMode /*mode*/,
                                                    bool /*animated*/) {}
+std::shared_ptr<MLNAnnotationView> MLNMapViewDelegate::viewForAnnotation(
+    MLNMapView& /*mapView*/, const MLNAnnotation& /*annotation*/) {
+    return nullptr;
+}
+void MLNMapViewDelegate::didSelectAnnotation(MLNMapView& /*mapView*/, const MLNAnnotation& /*annotation*/) {}
+bool MLNMapViewDelegate::annotationCanShowCallout(MLNMapView& /*mapView*/,
+                                                  const MLNAnnotation& /*annotation*/) {
+    return false;
+}
 
 }  // namespace pelta

@@ -81,4 +81,22 @@ MLNUserTrackingMode MLNMapView::userTrackingMode() const {
     return core_->tracking().mode();
 }
 
+void MLNMapView::selectAnnotation(const MLNAnnotation& annotation, bool animated) {
+    const auto core = this->core();
+    if (&annotation == core->tracking().location()) {
+        core->annotation().select(animated);
+    }
+}
+
+void MLNMapView::deselectAnnotation(const MLNAnnotation& annotation, bool animated) {
+    const auto core = this->core();
+    if (&annotation == core->annotation().selected()) {
+        core->annotation().deselect(animated);
+    }
+}
+
+const MLNAnnotation* MLNMapView::selectedAnnotation() const {
+    return core_->annotation().selected();
+}
+
 }  // namespace pelta

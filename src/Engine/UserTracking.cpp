@@ -27,6 +27,7 @@ void UserTracking::setShowsLocation(bool shows, const std::shared_ptr<LocationOb
         return;
     }
     showsLocation_ = shows;
+    hasReportedFailure_ = false;
     auto& source = PlatformPort::current().locationSource();
     if (shows) {
         source.addObserver(self);
@@ -69,6 +70,8 @@ void UserTracking::locationDidUpdate(const CLLocation& location) {
         return;
     }
     location_.setLocation(location);
+    hasReportedFailure_ = false;
+    changed_();
     events_.tell([&](auto& delegate, auto& view) { delegate.didUpdateUserLocation(view, location_); });
     follow();
 }
@@ -76,6 +79,7 @@ void UserTracking::locationDidUpdate(const CLLocation& location) {
 void UserTracking::headingDidUpdate(const CLHeading& heading) {
     if (showsLocation_ && showsHeading_) {
         location_.setHeading(heading);
+        changed_();
         if (mode_ == MLNUserTrackingMode::followWithHeading) {
             follow();
         }
@@ -83,6 +87,10 @@ void UserTracking::headingDidUpdate(const CLHeading& heading) {
 }
 
 void UserTracking::locationDidFail(std::string_view reason) {
+    // A device that has none says so again and again.
+    if (std::exchange(hasReportedFailure_, true)) {
+        return;
+    }
     dPrint("the user's location is not known: " + std::string(reason));
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include <pelta/Engine/MLNAnnotation.h>
 #include <pelta/Platform/CoreLocation.h>
@@ -12,7 +14,9 @@ namespace pelta {
 /// The user's location and the camera's following of it. Without a location shown the mode is only kept.
 class UserTracking final : public LocationObserver {
  public:
-    UserTracking(CameraController& camera, const MapViewEvents& events) : camera_(camera), events_(events) {}
+    /// @param changed  called when the location or the heading has changed, before the camera follows.
+    UserTracking(CameraController& camera, const MapViewEvents& events, std::function<void()> changed)
+        : camera_(camera), events_(events), changed_(std::move(changed)) {}
 
     /// Listens to the port's location source, or stops and forgets the location.
     /// @param self  this object, held by whoever keeps it alive.
@@ -25,6 +29,8 @@ class UserTracking final : public LocationObserver {
     [[nodiscard]] MLNUserTrackingMode mode() const noexcept { return mode_; }
     /// Null while not shown or not yet known.
     [[nodiscard]] const MLNUserLocation* location() const noexcept;
+    /// The same, also while nothing is known or shown.
+    [[nodiscard]] const MLNUserLocation& annotation() const noexcept { return location_; }
     /// A pan ends the following.
     void gestureWillBegin(MLNCameraChangeReason reason);
 
@@ -38,10 +44,12 @@ class UserTracking final : public LocationObserver {
 
     CameraController& camera_;
     const MapViewEvents& events_;
+    std::function<void()> changed_;
     MLNUserLocation location_;
     MLNUserTrackingMode mode_ = MLNUserTrackingMode::none;
     bool showsLocation_ = false;
     bool showsHeading_ = false;
+    bool hasReportedFailure_ = false;  // since the last location
 };
 
 }  // namespace pelta

@@ -165,6 +165,10 @@ void UIGestureRecognizer::transitionTo(State state) {
 
 /// Reports a success now, later, or never, as the required recognisers have it.
 void UIGestureRecognizer::recognize(State state) {
+    if (shouldBegin_ && !shouldBegin_(*this)) {
+        fail();
+        return;
+    }
     bool mustWait = false;
     for (const auto& weak : requiredFailures_) {
         const auto required = weak.lock();

@@ -103,6 +103,13 @@ void UIView::setTransform(CGAffineTransform transform) {
     }
 }
 
+void UIView::setClipsToBounds(bool clips) {
+    if (clips != clipsToBounds_) {
+        clipsToBounds_ = clips;
+        didChangeAppearance();
+    }
+}
+
 void UIView::setIsUserInteractionEnabled(bool enabled) {
     if (enabled != isUserInteractionEnabled_) {
         isUserInteractionEnabled_ = enabled;
@@ -143,16 +150,26 @@ UIWindow* UIView::window() {
 
 void UIView::addSubview(const std::shared_ptr<UIView>& view) {
     const bool isInFront = !subviews_.empty() && subviews_.back() == view;
-    if (!view || isInFront) {
-        return;
+    if (view && !isInFront) {
+        adopt(view, subviews_.size());
     }
+}
+
+void UIView::insertSubview(const std::shared_ptr<UIView>& view, std::size_t index) {
+    if (view && view->superview().get() != this) {
+        adopt(view, index);
+    }
+}
+
+void UIView::adopt(const std::shared_ptr<UIView>& view, std::size_t index) {
     for (auto ancestor = shared_from_this(); ancestor; ancestor = ancestor->superview()) {
         if (ancestor == view) {
             return;
         }
     }
     view->removeFromSuperview();
-    subviews_.push_back(view);
+    const auto place = std::min(index, subviews_.size());
+    subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(place), view);
     view->superview_ = weak_from_this();
     view->constraintsDidChange();
     view->setNeedsLayout();

@@ -18,22 +18,45 @@ class SnapshotPainter {
         const CGRect bounds = view.bounds();
         context_.saveState();
         applyAboutCenter(view.transform(), bounds);
-        context_.multiplyAlpha(view.alpha());
-        fill(bounds, view.cornerRadius(), view.backgroundColor());
-        if (view.hasLayer()) {
-            drawSublayers(*view.layer());
+        if (view.clipsToBounds()) {
+            context_.clip(bounds);
         }
-        drawContent(view, bounds);
-        for (const auto& subview : std::vector(view.subviews())) {
-            context_.saveState();
-            shift(subview->frame().origin);
-            drawView(*subview);
-            context_.restoreState();
+        // What is half transparent fades as a whole: the views within do not shine through each other.
+        const bool isGroup = view.alpha() < 1;
+        if (isGroup) {
+            context_.beginTransparencyLayer(view.alpha());
+        }
+        drawInside(view, bounds);
+        if (isGroup) {
+            context_.endTransparencyLayer();
         }
         context_.restoreState();
     }
 
  private:
+    void drawInside(UIView& view, CGRect bounds) {
+        fill(bounds, view.cornerRadius(), view.backgroundColor());
+        if (view.hasLayer()) {
+            drawSublayers(*view.layer(), bounds);
+        }
+        drawContent(view, bounds);
+        const auto tilt =
+            view.hasLayer() ? flat(view.layer()->properties().sublayerTransform) : CGAffineTransform{};
+        for (const auto& subview : std::vector(view.subviews())) {
+            context_.saveState();
+            applyAboutCenter(tilt, bounds);
+            shift(subview->frame().origin);
+            drawView(*subview);
+            context_.restoreState();
+        }
+    }
+
+    /// How a transform of space shows on the screen, which has no depth.
+    static CGAffineTransform flat(const CATransform3D& transform) {
+        const auto& m = transform.m;
+        return {m[0], m[1], m[4], m[5], m[12], m[13]};
+    }
+
     void shift(CGPoint offset) { context_.concatenate({1, 0, 0, 1, offset.x, offset.y}); }
 
     void applyAboutCenter(const CGAffineTransform& transform, CGRect bounds) {
@@ -56,7 +79,9 @@ class SnapshotPainter {
         }
     }
 
-    void drawSublayers(const CALayer& layer) {
+    void drawSublayers(const CALayer& layer, CGRect bounds) {
+        context_.saveState();
+        applyAboutCenter(flat(layer.properties().sublayerTransform), bounds);
         auto sublayers = layer.sublayers();
         std::stable_sort(sublayers.begin(), sublayers.end(), [](const auto& one, const auto& other) {
             return one->properties().zPosition < other->properties().zPosition;
@@ -64,6 +89,7 @@ class SnapshotPainter {
         for (const auto& sublayer : sublayers) {
             drawLayer(*sublayer);
         }
+        context_.restoreState();
     }
 
     void drawLayer(const CALayer& layer) {
@@ -74,7 +100,7 @@ class SnapshotPainter {
         applyAboutCenter(properties.affineTransform, rect);
         context_.multiplyAlpha(properties.opacity);
         fill(rect, properties.cornerRadius, properties.backgroundColor);
-        drawSublayers(layer);
+        drawSublayers(layer, rect);
         context_.restoreState();
     }
 

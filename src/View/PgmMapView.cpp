@@ -1,3 +1,5 @@
+#include <pelta/Annotations/PgmLocationAnnotationView.h>
+#include <pelta/Annotations/PgmLocationIcon.h>
 #include <pelta/Platform/Bundle.h>
 #include <pelta/Platform/Make.h>
 #include <pelta/View/DefaultStyle.h>
@@ -6,6 +8,7 @@
 #include "View/OrnamentControls.h"
 #include "View/PgmPrivateMapDelegate.h"
 #include "View/ShapeRegistry.h"
+#include "View/ViewSettings.h"
 
 namespace pelta {
 
@@ -56,14 +59,12 @@ PgmMapView::PgmMapView(CGRect frame, std::shared_ptr<PgmMapOptions> options,
       mapDelegate_(std::make_shared<PrivateMapDelegate>()),
       shapes_(std::make_unique<ShapeRegistry>()),
       controls_(std::make_unique<OrnamentControls>()),
+      locationAnnotaionView_(PgmLocationAnnotationView::create("PgmLocationAnnotationView")),
+      locationIcon_(PgmLocationIcon::create()),
       delegate_(delegate) {}
 
 PgmMapView::PgmMapView(const PgmViewSettings& settings) : PgmMapView(settings.frame) {
-    setIsHidden(settings.isHidden);
-    setAlpha(settings.alpha);
-    setBackgroundColor(settings.backgroundColor);
-    setIsUserInteractionEnabled(settings.isUserInteractionEnabled);
-    setTranslatesAutoresizingMaskIntoConstraints(settings.translatesAutoresizingMaskIntoConstraints);
+    applyViewSettings(*this, settings);
 }
 
 PgmMapView::~PgmMapView() = default;
@@ -80,6 +81,7 @@ void PgmMapView::completeConstruction(std::string_view className) {
 
 void PgmMapView::mapViewInit() {
     mapDelegate_->setPgmMapView(sharedThis());
+    locationIcon_->setMapview(sharedThis());
     engine_ = MLNMapView::initWithFrameStyleURL(bounds(), std::string(defaultStyleURL()));
     shapes_->setEngine(engine_);
     addSubview(engine_);

@@ -1,3 +1,4 @@
+#include <pelta/Annotations/PgmLocationAnnotationView.h>
 #include <pelta/Platform/Log.h>
 #include <pelta/View/PgmMapView.h>
 
@@ -120,6 +121,8 @@ void PgmMapView::setDecelerationRate(CGFloat rate) {
 }
 
 void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
+    // The camera's events may make the application release the view.
+    const auto self = sharedThis();
     settings_.userTrackingMode = mode;
     const auto engine = engine_;
     if (mode == PgmUserTrackingMode::off) {
@@ -130,6 +133,7 @@ void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
     forward(engine, &MLNMapView::setShowsUserLocation, true);
     forward(engine, &MLNMapView::setShowsHeading, true);
     forward(engine, &MLNMapView::setUserTrackingMode, tracking);
+    self->locationAnnotaionView_->setupView(*self->locationIcon_);
 }
 
 void PgmMapView::applyMapOptions(const PgmMapOptions& options) {

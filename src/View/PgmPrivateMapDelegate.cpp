@@ -4,6 +4,8 @@
 #include <sstream>
 #include <string>
 
+#include <pelta/Annotations/PgmLocationAnnotationView.h>
+#include <pelta/Annotations/PgmLocationIcon.h>
 #include <pelta/Platform/Log.h>
 #include <pelta/View/PgmMapView.h>
 
@@ -116,6 +118,29 @@ void PrivateMapDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/, const ML
 void PrivateMapDelegate::didChangeUserTrackingMode(MLNMapView& /*mapView*/, MLNUserTrackingMode mode,
                                                    bool /*animated*/) {
     dPrint("mode " + std::to_string(static_cast<unsigned>(mode)));
+}
+
+std::shared_ptr<MLNAnnotationView> PrivateMapDelegate::viewForAnnotation(MLNMapView& /*mapView*/,
+                                                                         const MLNAnnotation& annotation) {
+    const auto view = pgmMapView_.lock();
+    const bool isUser = dynamic_cast<const MLNUserLocation*>(&annotation) != nullptr;
+    return view && isUser ? view->locationAnnotaionView() : nullptr;
+}
+
+void PrivateMapDelegate::didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation) {
+    const auto view = pgmMapView_.lock();
+    if (dynamic_cast<const MLNUserLocation*>(&annotation) != nullptr) {
+        dPrint("Tapped my location.");
+        if (const auto tapped = view ? view->locationIcon()->touchEvent() : nullptr) {
+            tapped();
+        }
+    }
+    mapView.deselectAnnotation(annotation, true);
+}
+
+bool PrivateMapDelegate::annotationCanShowCallout(MLNMapView& /*mapView*/,
+                                                  const MLNAnnotation& /*annotation*/) {
+    return false;
 }
 
 }  // namespace pelta

@@ -23,6 +23,11 @@ class PrivateMapDelegate final : public MLNMapViewDelegate {
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
     void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated) override;
+    [[nodiscard]] std::shared_ptr<MLNAnnotationView> viewForAnnotation(
+        MLNMapView& mapView, const MLNAnnotation& annotation) override;
+    void didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation) override;
+    [[nodiscard]] bool annotationCanShowCallout(MLNMapView& mapView,
+                                                const MLNAnnotation& annotation) override;
 
  private:
     std::weak_ptr<PgmMapView> pgmMapView_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <pelta/Annotations/PgmInfoWindow.h>
 #include <pelta/Platform/Dispatch.h>
 
 #include "View/LayerStacking.h"
@@ -69,6 +70,9 @@ void ShapeRegistry::draw(PgmShape& shape) {
         return;
     }
     shape.updateLayerProperty();
+    if (auto* window = dynamic_cast<PgmInfoWindow*>(&shape); window != nullptr && window->isAttached()) {
+        window->iconImageCheck();
+    }
     requestEverything();
 }
 
@@ -138,6 +142,14 @@ void ShapeRegistry::styleDidLoad(MLNStyle& style) {
     }
     for (const auto& shape : waiting) {
         shape->updateLayerProperty();
+        if (const auto window = std::dynamic_pointer_cast<PgmInfoWindow>(shape)) {
+            MainQueue::async([weak = std::weak_ptr(window)] {
+                const auto living = weak.lock();
+                if (living && living->isAttached()) {
+                    living->iconImageCheck();
+                }
+            });
+        }
         requestEverything();
     }
 }

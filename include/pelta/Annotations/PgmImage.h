@@ -89,7 +89,6 @@ class PgmImage {
     void setIsEnabled(bool enabled);
 
  private:
-    [[nodiscard]] static std::optional<UIImage> resourceImage(std::string_view name);
     [[nodiscard]] static Ptr builtInImage(std::string_view name);
 
     UIImage image_;

@@ -12,6 +12,8 @@
 
 namespace pelta {
 
+class PgmInfoWindow;
+
 /// An icon at a coordinate with an optional title under it, above everything of the base map.
 ///
 /// Lengths are points. Negative sizes count as 0 when drawn; where a number is not finite, the one drawn
@@ -38,6 +40,10 @@ class PgmMarker : public PgmShape {
     /// draws nothing.
     [[nodiscard]] CLLocationCoordinate2D position() const noexcept { return position_; }
     void setPosition(CLLocationCoordinate2D position);
+
+    /// The info window that was opened on the marker last, which the marker holds; null at first. See
+    /// `PgmInfoWindow::setMarker`.
+    [[nodiscard]] const std::shared_ptr<PgmInfoWindow>& infoWindow() const noexcept { return infoWindow_; }
 
     /// @name Icon
     /// @{
@@ -117,11 +123,16 @@ class PgmMarker : public PgmShape {
     [[nodiscard]] std::shared_ptr<MLNShape> feature() const override { return feature_; }
     [[nodiscard]] std::shared_ptr<PgmImage> shapeImage() const override { return iconImage_; }
     [[nodiscard]] std::int64_t defaultGlobalZIndex() const override { return 1000; }
+    /// Updates the info window's layers too.
+    void updateShapesWithReorder(bool reorder) override;
     void updateLayerProperty() override;
     void updateFeature() override;
     /// @}
 
  private:
+    friend class PgmInfoWindow;
+    void setInfoWindow(std::shared_ptr<PgmInfoWindow> window);
+    void propertyDidChange();
     void applyTitle(MLNSymbolStyleLayer& layer) const;
     void applyIcon(MLNSymbolStyleLayer& layer) const;
     void applyOffsets(MLNSymbolStyleLayer& layer);
@@ -148,6 +159,7 @@ class PgmMarker : public PgmShape {
     bool isAllowOverlapSymbols_ = false;
     bool isIconFlat_ = false;
     bool isTitleFlat_ = false;
+    std::shared_ptr<PgmInfoWindow> infoWindow_;
 };
 
 }  // namespace pelta

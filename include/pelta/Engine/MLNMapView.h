@@ -203,7 +203,8 @@ class MLNMapView : public UIView {
     /// @name User location
     /// @{
     /// Switches the port's location source on or off for this view. Off forgets the location; the tracking
-    /// mode stays and rests until the location is shown again.
+    /// mode stays and rests until the location is shown again. On asks the delegate for the view that shows
+    /// it.
     void setShowsUserLocation(bool shows);
     /// Whether the user's location is shown.
     [[nodiscard]] bool showsUserLocation() const;
@@ -219,6 +220,13 @@ class MLNMapView : public UIView {
     void setUserTrackingMode(MLNUserTrackingMode mode);
     /// How the camera follows the user's location.
     [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;
+    /// Selects the annotation of the user's location as a tap on its view does; nothing while it is not
+    /// shown, or selected already.
+    void selectAnnotation(const MLNAnnotation& annotation, bool animated);
+    /// Ends the selection; nothing when the annotation is not selected.
+    void deselectAnnotation(const MLNAnnotation& annotation, bool animated);
+    /// The selected annotation, or null.
+    [[nodiscard]] const MLNAnnotation* selectedAnnotation() const;
     /// @}
 
     void layoutSubviews() override;

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <memory>
 #include <string_view>
 
 #include <pelta/Engine/MLNTypes.h>
 
 namespace pelta {
 
+class MLNAnnotation;
+class MLNAnnotationView;
 class MLNMapView;
 class MLNStyle;
 class MLNUserLocation;
@@ -39,6 +42,15 @@ class MLNMapViewDelegate {
     virtual void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation);
     /// How the camera follows the user has changed, also when a gesture or a camera move ended the following.
     virtual void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated);
+
+    /// What shows an annotation. Asked once each time that the user's position comes to be shown, which an
+    /// `MLNUserLocationAnnotationView` shows; with none, or another kind of view, nothing is shown.
+    [[nodiscard]] virtual std::shared_ptr<MLNAnnotationView> viewForAnnotation(
+        MLNMapView& mapView, const MLNAnnotation& annotation);
+    /// An annotation has been selected, by a tap on its view or by a command.
+    virtual void didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation);
+    /// Whether a selected annotation may show a callout. The engine has no callouts and does not ask.
+    [[nodiscard]] virtual bool annotationCanShowCallout(MLNMapView& mapView, const MLNAnnotation& annotation);
 };
 
 }  // namespace pelta

@@ -41,9 +41,9 @@ struct CLHeading {
 class LocationObserver {
  public:
     virtual ~LocationObserver() = default;
-    /// A new position. Never called with non-finite coordinates: sources drop such reports with a log line.
+    /// A new position. Its coordinate is valid: sources drop other reports with a log line.
     virtual void locationDidUpdate(const CLLocation& location) = 0;
-    /// A new heading.
+    /// A new heading, finite numbers in any case.
     virtual void headingDidUpdate(const CLHeading& heading) = 0;
     /// The source cannot report, for example because permission was refused. `reason` is for the log.
     virtual void locationDidFail(std::string_view reason) = 0;

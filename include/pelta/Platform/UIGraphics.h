@@ -65,7 +65,13 @@ class GraphicsContext {
     /// Multiplies the opacity of what follows, 0 to 1.
     virtual void multiplyAlpha(CGFloat alpha) = 0;
 
-    /// What has been drawn so far.
+    /// Begins a group: what is drawn until the matching `endTransparencyLayer` is put together first and then
+    /// drawn as one, with an opacity of 0 to 1. States saved within a group are restored within it.
+    virtual void beginTransparencyLayer(CGFloat alpha) = 0;
+    /// Draws the group begun last; nothing when there is none.
+    virtual void endTransparencyLayer() = 0;
+
+    /// What has been drawn so far, groups that have not ended left out.
     [[nodiscard]] virtual std::optional<UIImage> makeImage() const = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -90,6 +91,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
     /// Off: touches go to what lies behind the view.
     [[nodiscard]] bool isUserInteractionEnabled() const noexcept { return isUserInteractionEnabled_; }
     void setIsUserInteractionEnabled(bool enabled);
+    /// On: what lies within is cut off at the bounds. Off at first.
+    [[nodiscard]] bool clipsToBounds() const noexcept { return clipsToBounds_; }
+    void setClipsToBounds(bool clips);
     /// What a screen reader says; empty means that the view is decoration.
     [[nodiscard]] const std::string& accessibilityLabel() const noexcept { return accessibilityLabel_; }
     void setAccessibilityLabel(std::string label);
@@ -103,6 +107,9 @@ class UIView : public std::enable_shared_from_this<UIView> {
     /// Adds a view in front of the other subviews, taking it from its former superview. Adding a view to
     /// itself or to one of its own subviews is ignored.
     void addSubview(const std::shared_ptr<UIView>& view);
+    /// As `addSubview`, but behind the subview that has the place `index` (0 is rearmost); beyond the last
+    /// place in front of all. A view that is here already keeps its place.
+    void insertSubview(const std::shared_ptr<UIView>& view, std::size_t index);
     /// Takes the view out of the one that holds it; nothing when there is none.
     void removeFromSuperview();
 
@@ -179,6 +186,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
 
  private:
     friend class NSLayoutConstraint;
+    void adopt(const std::shared_ptr<UIView>& view, std::size_t index);
     void constraintDidActivate(std::shared_ptr<NSLayoutConstraint> constraint);
     void constraintDidDeactivate(const NSLayoutConstraint& constraint);
     void constraintsDidChange();
@@ -202,6 +210,7 @@ class UIView : public std::enable_shared_from_this<UIView> {
     CGFloat cornerRadius_ = 0;
     bool isHidden_ = false;
     bool isUserInteractionEnabled_ = true;
+    bool clipsToBounds_ = false;
     bool usesAutoresizingMask_ = true;
     bool needsLayout_ = true;
     bool descendantNeedsLayout_ = false;

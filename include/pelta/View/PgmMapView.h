@@ -21,6 +21,8 @@
 
 namespace pelta {
 
+class PgmLocationAnnotationView;
+class PgmLocationIcon;
 class PrivateMapDelegate;
 class ShapeRegistry;
 struct OrnamentControls;
@@ -232,6 +234,15 @@ class PgmMapView : public UIView {
     /// Shows the user's location and follows it as the mode says; `off` hides it. A value that is none of the
     /// enumeration is a programming error that stops the process.
     void setUserTrackingMode(PgmUserTrackingMode mode);
+    /// How the user's location is drawn; never null.
+    [[nodiscard]] const std::shared_ptr<PgmLocationIcon>& locationIcon() const noexcept {
+        return locationIcon_;
+    }
+    /// The view that draws the user's location; never null. It is in the engine's map view while the location
+    /// is shown and known.
+    [[nodiscard]] const std::shared_ptr<PgmLocationAnnotationView>& locationAnnotaionView() const noexcept {
+        return locationAnnotaionView_;
+    }
     /// @}
 
     /// @name Shapes
@@ -324,6 +335,8 @@ class PgmMapView : public UIView {
     std::shared_ptr<PrivateMapDelegate> mapDelegate_;
     std::unique_ptr<ShapeRegistry> shapes_;
     std::unique_ptr<OrnamentControls> controls_;
+    std::shared_ptr<PgmLocationAnnotationView> locationAnnotaionView_;
+    std::shared_ptr<PgmLocationIcon> locationIcon_;
     std::weak_ptr<PgmMapDelegate> delegate_;
     std::weak_ptr<PgmMapDelegate> clusterDelegate_;
     Settings settings_;

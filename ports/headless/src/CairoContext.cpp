@@ -189,7 +189,8 @@ void CairoContext::saveState() {
 }
 
 void CairoContext::restoreState() {
-    if (states_.size() > 1) {
+    const std::size_t outerStates = groups_.empty() ? 0 : groups_.back().outerStates;
+    if (states_.size() > outerStates + 1) {
         cairo_restore(context_.get());
         states_.pop_back();
     }
@@ -225,6 +226,26 @@ void CairoContext::clip(CGRect rect) {
 
 void CairoContext::multiplyAlpha(CGFloat alpha) {
     states_.back().alpha *= component(alpha);
+}
+
+void CairoContext::beginTransparencyLayer(CGFloat alpha) {
+    groups_.push_back({component(alpha), states_.size()});
+    states_.push_back({1, states_.back().drawsNothing});
+    cairo_push_group(context_.get());
+}
+
+void CairoContext::endTransparencyLayer() {
+    if (groups_.empty()) {
+        return;
+    }
+    const Group group = groups_.back();
+    while (states_.size() > group.outerStates + 1) {
+        restoreState();
+    }
+    groups_.pop_back();
+    states_.pop_back();
+    cairo_pop_group_to_source(context_.get());
+    cairo_paint_with_alpha(context_.get(), group.alpha * states_.back().alpha);
 }
 
 std::optional<UIImage> CairoContext::makeImage() const {

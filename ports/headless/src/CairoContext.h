@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cairo.h>
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -24,6 +25,8 @@ class CairoContext final : public GraphicsContext {
     void concatenate(const CGAffineTransform& transform) override;
     void clip(CGRect rect) override;
     void multiplyAlpha(CGFloat alpha) override;
+    void beginTransparencyLayer(CGFloat alpha) override;
+    void endTransparencyLayer() override;
     [[nodiscard]] std::optional<UIImage> makeImage() const override;
 
  private:
@@ -39,6 +42,12 @@ class CairoContext final : public GraphicsContext {
         bool drawsNothing = false;  ///< The transform has no area or is not finite.
     };
 
+    /// A group under way.
+    struct Group {
+        double alpha;
+        std::size_t outerStates;  ///< How many states were saved when it began.
+    };
+
     [[nodiscard]] bool canDraw(CGRect rect) const;
     void setColor(UIColor color);
     void drawPart(const UIImage& image, const ImagePart& part);
@@ -47,6 +56,7 @@ class CairoContext final : public GraphicsContext {
     std::unique_ptr<cairo_surface_t, SurfaceDeleter> surface_;
     std::unique_ptr<cairo_t, ContextDeleter> context_;
     std::vector<State> states_{State{}};
+    std::vector<Group> groups_;
 };
 
 }  // namespace pelta::headless

@@ -24,8 +24,8 @@ void ReportedLocations::removeObserver(const LocationObserver& observer) {
 }
 
 void ReportedLocations::report(const CLLocation& location) {
-    if (!std::isfinite(location.coordinate.latitude) || !std::isfinite(location.coordinate.longitude)) {
-        dPrint("A reported location without finite coordinates is left out.");
+    if (!CLLocationCoordinate2DIsValid(location.coordinate)) {
+        dPrint("A reported location without a valid coordinate is left out.");
         return;
     }
     for (const auto& observer : livingObservers()) {

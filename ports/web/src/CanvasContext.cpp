@@ -31,6 +31,31 @@ double number(const val& object, const char* property) {
     return object[property].as<double>();
 }
 
+/// A piece of a picture, repeated from the top left corner of an area.
+void tilePart(const val& context, const val& picture, const ImagePart& part, double imageScale) {
+    const CGRect& from = part.source;
+    const CGRect& to = part.destination;
+    const val tile = makeCanvas(static_cast<int>(from.size.width), static_cast<int>(from.size.height));
+    context2d(tile).call<void>("drawImage", picture, -from.origin.x, -from.origin.y);
+    context.call<void>("save");
+    context.call<void>("translate", to.origin.x, to.origin.y);
+    context.call<void>("scale", 1 / imageScale, 1 / imageScale);
+    context.set("fillStyle", context.call<val>("createPattern", tile, std::string("repeat")));
+    context.call<void>("fillRect", 0, 0, to.size.width * imageScale, to.size.height * imageScale);
+    context.call<void>("restore");
+}
+
+void drawPart(const val& context, const val& picture, const ImagePart& part, double imageScale) {
+    if (part.isTiled) {
+        tilePart(context, picture, part, imageScale);
+        return;
+    }
+    const CGRect& from = part.source;
+    const CGRect& to = part.destination;
+    context.call<void>("drawImage", picture, from.origin.x, from.origin.y, from.size.width, from.size.height,
+                       to.origin.x, to.origin.y, to.size.width, to.size.height);
+}
+
 }  // namespace
 
 CanvasContext::CanvasContext(int pixelWidth, int pixelHeight, double scale)
@@ -79,37 +104,30 @@ void CanvasContext::fillOval(CGRect rect, UIColor color) {
 }
 
 void CanvasContext::drawImage(const UIImage& image, CGRect rect) {
-    const std::vector<ImagePart> parts = partsOfImage(image, rect);
-    if (parts.empty()) {
+    if (!isDrawable(rect)) {
         return;
     }
-    const val picture = canvasWithPicture(image);
-    for (const ImagePart& part : parts) {
-        drawPart(picture, part, image.scale());
-    }
+    const val picture = image.capInsets() ? stretched(image, rect.size) : canvasWithPicture(image);
+    context_.call<void>("drawImage", picture, rect.origin.x, rect.origin.y, rect.size.width,
+                        rect.size.height);
 }
 
-void CanvasContext::drawPart(const val& picture, const ImagePart& part, double imageScale) {
-    const CGRect& from = part.source;
-    const CGRect& to = part.destination;
-    const auto step = [&](double pixels, double room) {
-        return part.isTiled ? std::min(pixels / imageScale, room) : room;
-    };
-    const double stepX = step(from.size.width, to.size.width);
-    const double stepY = step(from.size.height, to.size.height);
-    const int columns = static_cast<int>(std::ceil(to.size.width / stepX));
-    const int rows = static_cast<int>(std::ceil(to.size.height / stepY));
-    for (int tile = 0; tile < columns * rows; ++tile) {
-        const int row = tile / columns;
-        const double x = (tile % columns) * stepX;
-        const double y = row * stepY;
-        // The last tile of a row or column is cut off at the rectangle's edge.
-        const double width = std::min(stepX, to.size.width - x);
-        const double height = std::min(stepY, to.size.height - y);
-        context_.call<void>("drawImage", picture, from.origin.x, from.origin.y,
-                            from.size.width * width / stepX, from.size.height * height / stepY,
-                            to.origin.x + x, to.origin.y + y, width, height);
+/// A stretchable picture laid out over an area on a canvas of its own. There the pieces meet on whole pixels,
+/// and where two share one their shares add up, so that no seam shows wherever the whole is drawn.
+val CanvasContext::stretched(const UIImage& image, CGSize size) const {
+    constexpr double maximumSide = 16384;
+    const double width = std::clamp(std::ceil(size.width * scale_ - 1e-6), 1.0, maximumSide);
+    const double height = std::clamp(std::ceil(size.height * scale_ - 1e-6), 1.0, maximumSide);
+    const val sheet = makeCanvas(static_cast<int>(width), static_cast<int>(height));
+    const val context = context2d(sheet);
+    context.call<void>("scale", scale_, scale_);
+    context.set("imageSmoothingQuality", std::string("high"));
+    context.set("globalCompositeOperation", std::string("lighter"));
+    const val picture = canvasWithPicture(image);
+    for (const ImagePart& part : partsOfImage(image, {{0, 0}, {width / scale_, height / scale_}})) {
+        drawPart(context, picture, part, image.scale());
     }
+    return sheet;
 }
 
 void CanvasContext::drawText(std::string_view text, CGRect rect, const NSTextAttributes& attributes) {
@@ -153,6 +171,29 @@ void CanvasContext::multiplyAlpha(CGFloat alpha) {
     if (std::isfinite(alpha)) {
         context_.set("globalAlpha", number(context_, "globalAlpha") * std::clamp(alpha, 0.0, 1.0));
     }
+}
+
+void CanvasContext::beginTransparencyLayer(CGFloat alpha) {
+    outer_.push_back({canvas_, context_, std::isfinite(alpha) ? std::clamp(alpha, 0.0, 1.0) : 0});
+    canvas_ = makeCanvas(pixelWidth_, pixelHeight_);
+    const val inner = context2d(canvas_);
+    inner.call<void>("setTransform", context_.call<val>("getTransform"));
+    inner.set("imageSmoothingQuality", std::string("high"));
+    context_ = inner;
+}
+
+void CanvasContext::endTransparencyLayer() {
+    if (outer_.empty()) {
+        return;
+    }
+    const val group = std::exchange(canvas_, outer_.back().canvas);
+    context_ = outer_.back().context;
+    saveState();
+    multiplyAlpha(outer_.back().alpha);
+    outer_.pop_back();
+    context_.call<void>("resetTransform");
+    context_.call<void>("drawImage", group, 0, 0);
+    restoreState();
 }
 
 std::optional<UIImage> CanvasContext::makeImage() const {

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <emscripten/val.h>
+#include <vector>
 
 #include <pelta/Platform/UIGraphics.h>
 
 namespace pelta {
-
-struct ImagePart;
 
 /// Draws on the Canvas of the browser.
 class CanvasContext final : public GraphicsContext {
@@ -23,13 +22,22 @@ class CanvasContext final : public GraphicsContext {
     void concatenate(const CGAffineTransform& transform) override;
     void clip(CGRect rect) override;
     void multiplyAlpha(CGFloat alpha) override;
+    void beginTransparencyLayer(CGFloat alpha) override;
+    void endTransparencyLayer() override;
     [[nodiscard]] std::optional<UIImage> makeImage() const override;
 
     /// The element drawn on.
     [[nodiscard]] const emscripten::val& canvas() const noexcept { return canvas_; }
 
  private:
-    void drawPart(const emscripten::val& picture, const ImagePart& part, double imageScale);
+    /// What a group under way is drawn into when it ends.
+    struct Outer {
+        emscripten::val canvas;
+        emscripten::val context;
+        double alpha;  ///< Of the group.
+    };
+
+    [[nodiscard]] emscripten::val stretched(const UIImage& image, CGSize size) const;
     void fillPath(const UIColor& color);
 
     int pixelWidth_;
@@ -37,6 +45,7 @@ class CanvasContext final : public GraphicsContext {
     double scale_;
     emscripten::val canvas_;
     emscripten::val context_;
+    std::vector<Outer> outer_;
 };
 
 /// Extent of one line of text as the browser draws it, points.

@@ -21,6 +21,28 @@ bool isKnown(const val& value) {
     return !value.isUndefined() && !value.isNull();
 }
 
+std::string reasonOf(const val& error) {
+    const val message = error["message"];
+    const bool isTold = message.isString() && message["length"].as<int>() > 0;
+    return isTold ? message.as<std::string>() : "error " + std::to_string(error["code"].as<int>());
+}
+
+/// Degrees by which the screen's upper edge is turned clockwise from the device's.
+double screenAngle() {
+    const val orientation = val::global("screen")["orientation"];
+    return isKnown(orientation) ? numberOr(orientation["angle"], 0) : 0;
+}
+
+/// Some browsers report the device's orientation only once the user has agreed to it. A refusal leaves the
+/// position without a heading.
+void askForOrientation() {
+    const val interface = val::global("DeviceOrientationEvent");
+    if (isKnown(interface) && isKnown(interface["requestPermission"])) {
+        const val answer = interface.call<val>("requestPermission");
+        answer.call<void>("catch", val::global("Function").new_(std::string()));
+    }
+}
+
 }  // namespace
 
 void WebLocationSource::addObserver(std::weak_ptr<LocationObserver> observer) {
@@ -48,18 +70,17 @@ void WebLocationSource::removeObserver(const LocationObserver& observer) {
 
 void WebLocationSource::start() {
     watch_ = std::make_unique<Watch>();
+    askForOrientation();
     const auto turned = [this](const val& event) { orientationDidChange(event); };
     for (const char* type : {"deviceorientationabsolute", "deviceorientation"}) {
         watch_->headingListeners.emplace_back(val::global("window"), type, turned);
     }
     const val geolocation = val::global("navigator")["geolocation"];
     const auto fail = [this](const std::string& reason) {
-        dPrint("The user's position is not available: " + reason);
         report([&](LocationObserver& observer) { observer.locationDidFail(reason); });
     };
     watch_->didUpdate = JsFunction::listener([this](const val& position) { positionDidUpdate(position); });
-    watch_->didFail =
-        JsFunction::listener([fail](const val& error) { fail(error["message"].as<std::string>()); });
+    watch_->didFail = JsFunction::listener([fail](const val& error) { fail(reasonOf(error)); });
     if (!isKnown(geolocation)) {
         fail("this browser has no location service");
         return;
@@ -99,9 +120,12 @@ void WebLocationSource::orientationDidChange(const val& event) {
     if (compass.isNumber()) {
         heading.magneticHeading = compass.as<double>();
     } else if (event["absolute"].isTrue() && event["alpha"].isNumber()) {
-        // alpha grows counterclockwise.
-        heading.magneticHeading = std::fmod(360 - event["alpha"].as<double>(), 360);
+        // alpha grows counterclockwise, and is the device's, whose upper edge need not be the screen's.
+        heading.magneticHeading = std::fmod(720 - event["alpha"].as<double>() + screenAngle(), 360);
     } else {
+        return;
+    }
+    if (!std::isfinite(heading.magneticHeading)) {
         return;
     }
     report([&](LocationObserver& observer) { observer.headingDidUpdate(heading); });

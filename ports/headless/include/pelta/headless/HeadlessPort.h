@@ -68,7 +68,8 @@ class HeadlessPort {
     /// Presses and lifts one finger at a point, 50 ms apart on the clock.
     void tap(UIWindow& window, CGPoint location);
     /// Reports a position or a heading as the device would; nobody hears it while no map shows the user's
-    /// location. Non-finite coordinates are dropped with a log line.
+    /// location. Coordinates that are not valid, and headings that are not finite, are dropped with a log
+    /// line.
     void reportLocation(const CLLocation& location);
     /// Reports where the device points.
     void reportHeading(const CLHeading& heading);
