@@ -32,7 +32,7 @@ double number(const val& object, const char* property) {
 }
 
 /// A piece of a picture, repeated from the top left corner of an area.
-void tilePart(const val& context, const val& picture, const ImagePart& part, double imageScale) {
+void tilePart(val context, const val& picture, const ImagePart& part, double imageScale) {
     const CGRect& from = part.source;
     const CGRect& to = part.destination;
     const val tile = makeCanvas(static_cast<int>(from.size.width), static_cast<int>(from.size.height));
@@ -119,7 +119,7 @@ val CanvasContext::stretched(const UIImage& image, CGSize size) const {
     const double width = std::clamp(std::ceil(size.width * scale_ - 1e-6), 1.0, maximumSide);
     const double height = std::clamp(std::ceil(size.height * scale_ - 1e-6), 1.0, maximumSide);
     const val sheet = makeCanvas(static_cast<int>(width), static_cast<int>(height));
-    const val context = context2d(sheet);
+    val context = context2d(sheet);
     context.call<void>("scale", scale_, scale_);
     context.set("imageSmoothingQuality", std::string("high"));
     context.set("globalCompositeOperation", std::string("lighter"));
@@ -176,7 +176,7 @@ void CanvasContext::multiplyAlpha(CGFloat alpha) {
 void CanvasContext::beginTransparencyLayer(CGFloat alpha) {
     outer_.push_back({canvas_, context_, std::isfinite(alpha) ? std::clamp(alpha, 0.0, 1.0) : 0});
     canvas_ = makeCanvas(pixelWidth_, pixelHeight_);
-    const val inner = context2d(canvas_);
+    val inner = context2d(canvas_);
     inner.call<void>("setTransform", context_.call<val>("getTransform"));
     inner.set("imageSmoothingQuality", std::string("high"));
     context_ = inner;

@@ -38,4 +38,15 @@ std::string cssTransform(const CGAffineTransform& t) {
            "," + cssNumber(t.tx) + "," + cssNumber(t.ty) + ")";
 }
 
+std::string cssTransform(const CATransform3D& transform) {
+    if (transform == CATransform3D{}) {
+        return "none";
+    }
+    std::string text = "matrix3d(";
+    for (std::size_t i = 0; i < transform.m.size(); ++i) {
+        text += (i == 0 ? "" : ",") + cssNumber(transform.m[i]);
+    }
+    return text + ")";
+}
+
 }  // namespace pelta

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <pelta/Platform/CoreGraphics.h>
 #include <pelta/Platform/UIColor.h>
 #include <pelta/Platform/UIGraphics.h>
 
@@ -16,6 +17,7 @@ namespace pelta {
 /// Value of the `font` property.
 [[nodiscard]] std::string cssFont(const UIFont& font);
 /// "matrix(…)".
+[[nodiscard]] std::string cssTransform(const CATransform3D& transform);
 [[nodiscard]] std::string cssTransform(const CGAffineTransform& transform);
 
 /// The families that interface and map draw text with, best first, separated by commas. Any script: what they

@@ -11,17 +11,6 @@ namespace pelta {
 
 namespace {
 
-std::string matrix3d(const CATransform3D& transform) {
-    if (transform == CATransform3D{}) {
-        return {};
-    }
-    std::string text = "transform:matrix3d(";
-    for (std::size_t i = 0; i < transform.m.size(); ++i) {
-        text += (i == 0 ? "" : ",") + cssNumber(transform.m[i]);
-    }
-    return text + ");";
-}
-
 /// The CSS property that a key path moves, with the unit of its values; empty for unknown paths.
 std::pair<std::string, std::string> cssProperty(const std::string& keyPath) {
     if (keyPath == "opacity") {
@@ -64,6 +53,14 @@ val timing(const CAAnimationGroup& group) {
 
 }  // namespace
 
+val reducedMotionQuery() {
+    return val::global("matchMedia")(std::string("(prefers-reduced-motion: reduce)"));
+}
+
+bool prefersReducedMotion() {
+    return reducedMotionQuery()["matches"].isTrue();
+}
+
 void LayerNode::show() {
     const CALayer::Properties& p = layer_->properties();
     const CGSize size = p.bounds.size;
@@ -90,7 +87,8 @@ void LayerNode::showSublayers() {
     if (inside_.value()["parentNode"].isNull()) {
         box_.append(inside_.value());
     }
-    inside_.setStyle("position:absolute;inset:0;" + matrix3d(layer_->properties().sublayerTransform));
+    inside_.setStyle("position:absolute;inset:0;transform:" +
+                     cssTransform(layer_->properties().sublayerTransform));
     auto wanted = layer_->sublayers();
     std::stable_sort(wanted.begin(), wanted.end(), [](const auto& one, const auto& other) {
         return one->properties().zPosition < other->properties().zPosition;
@@ -118,9 +116,11 @@ void LayerNode::showSublayers() {
 
 void LayerNode::showAnimations() {
     const auto& wanted = layer_->animations();
+    const bool isMotionReduced = prefersReducedMotion();
     for (auto shown = animations_.begin(); shown != animations_.end();) {
         const auto still = wanted.find(shown->first);
-        if (still != wanted.end() && still->second == shown->second.group) {
+        const bool isSame = still != wanted.end() && still->second == shown->second.group;
+        if (isSame && isMotionReduced == shown->second.isMotionReduced) {
             ++shown;
             continue;
         }
@@ -131,8 +131,20 @@ void LayerNode::showAnimations() {
     }
     for (const auto& [key, group] : wanted) {
         if (animations_.count(key) == 0) {
-            animations_.emplace(key, ShownAnimation{group, play(group)});
+            animations_.emplace(key, ShownAnimation{group, play(group), isMotionReduced});
+            if (isMotionReduced && group.repeatsForever) {
+                holdStill(animations_.at(key));
+            }
         }
+    }
+}
+
+/// What would move for ever shows one moment of it instead, early in its run, when what fades away is still
+/// seen.
+void LayerNode::holdStill(ShownAnimation& shown) {
+    for (val& player : shown.players) {
+        player.call<void>("pause");
+        player.set("currentTime", shown.group.duration * 1000 / 3);
     }
 }
 

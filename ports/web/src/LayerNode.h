@@ -11,6 +11,10 @@
 
 namespace pelta {
 
+/// The browser's query for whether the person has asked for as little motion as possible.
+[[nodiscard]] emscripten::val reducedMotionQuery();
+[[nodiscard]] bool prefersReducedMotion();
+
 /// Shows one `CALayer` with its sublayers and animations as elements of the page.
 class LayerNode {
  public:
@@ -28,8 +32,10 @@ class LayerNode {
     struct ShownAnimation {
         CAAnimationGroup group;
         std::vector<emscripten::val> players;
+        bool isMotionReduced;  ///< What the person preferred when it was started.
     };
 
+    static void holdStill(ShownAnimation& shown);
     void showSublayers();
     void showAnimations();
     [[nodiscard]] std::vector<emscripten::val> play(const CAAnimationGroup& group) const;

@@ -34,6 +34,26 @@ std::string sizeKey(CGSize size) {
     return cssNumber(size.width) + "x" + cssNumber(size.height);
 }
 
+/// A view's own transform within that of the layer around it, which acts about the superview's middle.
+std::string transformInSuperview(const UIView& view) {
+    std::string text;
+    const auto parent = view.superview();
+    if (parent && parent->hasLayer()) {
+        const CATransform3D& outer = parent->layer()->properties().sublayerTransform;
+        if (outer != CATransform3D{}) {
+            const CGPoint center = view.center();
+            const double x = parent->bounds().midX() - center.x;
+            const double y = parent->bounds().midY() - center.y;
+            text = "translate(" + cssLength(x) + "," + cssLength(y) + ") " + cssTransform(outer) +
+                   " translate(" + cssLength(-x) + "," + cssLength(-y) + ") ";
+        }
+    }
+    if (view.transform() != CGAffineTransform{}) {
+        text += cssTransform(view.transform());
+    }
+    return text;
+}
+
 const char* cssAlignment(NSTextAlignment alignment) {
     switch (alignment) {
         case NSTextAlignment::left:
@@ -87,8 +107,12 @@ void ViewNode::showBox(const UIView& view, bool takesTouches) {
     if (view.cornerRadius() > 0) {
         style += ";border-radius:" + cssLength(view.cornerRadius());
     }
-    if (view.transform() != CGAffineTransform{}) {
-        style += ";transform:" + cssTransform(view.transform());
+    if (view.clipsToBounds()) {
+        style += ";overflow:clip";
+    }
+    const std::string transform = transformInSuperview(view);
+    if (!transform.empty()) {
+        style += ";transform:" + transform;
     }
     box_.setStyle(std::move(style));
 }

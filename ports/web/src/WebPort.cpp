@@ -10,6 +10,7 @@
 
 #include "CanvasContext.h"
 #include "CssText.h"
+#include "LayerNode.h"
 #include "PngDecoder.h"
 #include "TextFetch.h"
 #include "WebBundle.h"
@@ -25,6 +26,7 @@ WebPort& WebPort::shared() {
         PlatformPort::install(&instance);
         EnginePort::install(&instance.enginePort_);
         instance.watchScreenScale();
+        instance.watchReducedMotion();
         return &instance;
     }();
     return *port;
@@ -101,6 +103,14 @@ void WebPort::watchScreenScale() {
             window->screenScaleDidChange();
         }
         watchScreenScale();
+    });
+}
+
+void WebPort::watchReducedMotion() {
+    motionListener_ = std::make_unique<EventListener>(reducedMotionQuery(), "change", [this](const val&) {
+        for (const auto& window : windows_) {
+            window->present();
+        }
     });
 }
 

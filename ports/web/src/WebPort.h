@@ -45,12 +45,14 @@ class WebPort final : public PlatformPort {
     void runFrame();
     void wake();
     void watchScreenScale();
+    void watchReducedMotion();
 
     WebEnginePort enginePort_;
     WebLocationSource locationSource_;
     std::vector<std::unique_ptr<WebWindow>> windows_;
     std::multiset<double> wakeTimes_;  ///< One for each timer of the browser that is running.
     std::unique_ptr<EventListener> scaleListener_;
+    std::unique_ptr<EventListener> motionListener_;
     unsigned long presentedRevision_ = 0;
     bool isFrameRequested_ = false;
     int animationFrame_ = 0;  ///< The browser's name for the next frame; 0 when none is to come.
