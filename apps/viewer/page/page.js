@@ -21,6 +21,12 @@ element('files').addEventListener('change', async ({ target }) => {
     target.value = ''; // So that the same file can be chosen again.
 });
 element('show-all').addEventListener('click', async () => (await program).showAll());
+document.querySelectorAll('[data-switch]').forEach((input) => {
+    input.addEventListener(input.type === 'range' ? 'input' : 'change', async () => {
+        const value = input.type === 'checkbox' ? Number(input.checked) : Number(input.value);
+        (await program).setSwitch(input.dataset.switch, value);
+    });
+});
 element('banner-close').addEventListener('click', async () => (await program).hideBanner());
 
 const setDropping = (isDropping) => document.body.classList.toggle('dropping', isDropping);

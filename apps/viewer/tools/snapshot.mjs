@@ -16,6 +16,7 @@ Draws a GeoJSON file on the map, without panel and ornaments, and writes the pic
   -o, --output FILE       where the picture goes
   --camera LAT,LNG,ZOOM[,TILT[,BEARING]]
                           where the map looks, in degrees and zoom levels; Korea by default
+  --cluster               draw points as clusters
   --fit                   show all of the data; keeps tilt and bearing of --camera
   --style FILE|URL        a style document in place of the base style
   --size WIDTHxHEIGHT     in points; 800x600 by default
@@ -30,6 +31,7 @@ is drawn all the same) or nothing could be drawn within ${longestSeconds} s; 2 w
 const options = {
     output: { type: 'string', short: 'o' },
     camera: { type: 'string' },
+    cluster: { type: 'boolean' },
     fit: { type: 'boolean' },
     style: { type: 'string' },
     size: { type: 'string', default: '800x600' },
@@ -46,11 +48,14 @@ function checkReadable(file) {
 }
 
 /** The page's query, and the folders that the server has to mount for it. */
-function pageRequest({ input, camera, fit, style }) {
+function pageRequest({ input, camera, cluster, fit, style }) {
     const query = new URLSearchParams({ snapshot: '1', data: `snapshot-input/${encodeURIComponent(path.basename(input))}` });
     const mounts = { '/snapshot-input/': path.dirname(input) };
     if (camera !== undefined) {
         query.set('camera', camera);
+    }
+    if (cluster) {
+        query.set('cluster', '1');
     }
     if (fit) {
         query.set('fit', '1');

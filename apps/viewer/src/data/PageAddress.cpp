@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdio>
 
 #include "data/Text.h"
 
@@ -23,6 +24,16 @@ std::string_view takeUntil(std::string_view& text, char separator) {
     const std::string_view taken = text.substr(0, end);
     text = end == std::string_view::npos ? std::string_view() : text.substr(end + 1);
     return taken;
+}
+
+/// At most as many decimals, without noughts at the end.
+std::string decimal(double value, int decimals) {
+    char text[48];
+    std::snprintf(text, sizeof text, "%.*f", decimals, value);
+    std::string result = text;
+    result.erase(result.find_last_not_of('0') + 1);
+    result.erase(result.find_last_not_of('.') + 1);
+    return result == "-0" ? "0" : result;
 }
 
 struct CameraNumber {
@@ -93,11 +104,37 @@ PageAddress parsePageAddress(std::string_view query) {
             address.camera = parseCamera(text, address.problems);
         } else if (name == "fit") {
             address.isFit = text != "0";
+        } else if (name == "cluster") {
+            address.isClustered = text != "0";
         } else if (name == "snapshot") {
             address.isSnapshot = text != "0";
         }
     }
     return address;
+}
+
+std::string sharedQuery(std::string_view query, const CameraRequest& camera, bool isClustered) {
+    constexpr int degreeDecimals = 6;  // a tenth of a metre
+    constexpr int zoomDecimals = 3;
+    constexpr int angleDecimals = 1;
+    std::string shared = "?camera=" + decimal(camera.target.latitude, degreeDecimals) + "," +
+                         decimal(camera.target.longitude, degreeDecimals) + "," +
+                         decimal(camera.zoom, zoomDecimals);
+    const std::string tilt = decimal(camera.tilt, angleDecimals);
+    const std::string bearing = decimal(camera.bearing, angleDecimals);
+    if (tilt != "0" || bearing != "0") {
+        shared += "," + tilt + (bearing != "0" ? "," + bearing : "");
+    }
+    shared += isClustered ? "&cluster" : "";
+    query.remove_prefix(query.starts_with('?') ? 1 : 0);
+    while (!query.empty()) {
+        const std::string_view part = takeUntil(query, '&');
+        const std::string name = decoded(part.substr(0, part.find('=')));
+        if (!part.empty() && name != "camera" && name != "fit" && name != "cluster") {
+            shared += "&" + std::string(part);
+        }
+    }
+    return shared;
 }
 
 }  // namespace pelta::viewer

@@ -53,4 +53,17 @@ void StyleWatch::didChangeUserTrackingMode(MLNMapView& map, MLNUserTrackingMode 
     next_->didChangeUserTrackingMode(map, mode, animated);
 }
 
+std::shared_ptr<MLNAnnotationView> StyleWatch::viewForAnnotation(MLNMapView& map,
+                                                                 const MLNAnnotation& annotation) {
+    return next_->viewForAnnotation(map, annotation);
+}
+
+void StyleWatch::didSelectAnnotation(MLNMapView& map, const MLNAnnotation& annotation) {
+    next_->didSelectAnnotation(map, annotation);
+}
+
+bool StyleWatch::annotationCanShowCallout(MLNMapView& map, const MLNAnnotation& annotation) {
+    return next_->annotationCanShowCallout(map, annotation);
+}
+
 }  // namespace pelta::viewer

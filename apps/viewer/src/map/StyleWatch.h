@@ -29,6 +29,10 @@ class StyleWatch final : public MLNMapViewDelegate {
     void mapViewDidBecomeIdle(MLNMapView& map) override;
     void didUpdateUserLocation(MLNMapView& map, const MLNUserLocation& location) override;
     void didChangeUserTrackingMode(MLNMapView& map, MLNUserTrackingMode mode, bool animated) override;
+    std::shared_ptr<MLNAnnotationView> viewForAnnotation(MLNMapView& map,
+                                                         const MLNAnnotation& annotation) override;
+    void didSelectAnnotation(MLNMapView& map, const MLNAnnotation& annotation) override;
+    bool annotationCanShowCallout(MLNMapView& map, const MLNAnnotation& annotation) override;
 
  private:
     std::shared_ptr<MLNMapViewDelegate> next_;

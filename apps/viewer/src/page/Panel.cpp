@@ -1,10 +1,15 @@
 #include "page/Panel.h"
 
+#include <pelta/Platform/Dispatch.h>
+
 using emscripten::val;
 
 namespace pelta::viewer {
 
-Panel::Panel() : document_(val::global("document")), dataset_(document_["documentElement"]["dataset"]) {}
+Panel::Panel()
+    : document_(val::global("document")),
+      dataset_(document_["documentElement"]["dataset"]),
+      notice_(std::make_shared<int>(0)) {}
 
 val Panel::element(const char* identifier) const {
     return document_.call<val>("getElementById", std::string(identifier));
@@ -50,6 +55,28 @@ void Panel::setMessages(const std::vector<std::string>& addressProblems,
     setList("left-outs", leftOuts);
     const auto count = addressProblems.size() + problems.size() + leftOuts.size();
     element("messages").set("hidden", count == 0);
+}
+
+void Panel::setSwitch(std::string_view name, double value) {
+    val input = document_.call<val>("querySelector", "[data-switch=\"" + std::string(name) + "\"]");
+    if (input.isNull()) {
+        return;
+    }
+    if (input["type"].as<std::string>() == "checkbox") {
+        input.set("checked", value != 0);
+    } else {
+        input.set("value", value);
+    }
+}
+
+void Panel::showNotice(std::string_view text) {
+    constexpr double seconds = 2.5;
+    val notice = element("notice");
+    notice.set("textContent", std::string(text));
+    notice.set("hidden", false);
+    MainQueue::asyncAfter(seconds, [notice, count = notice_, number = ++*notice_]() mutable {
+        notice.set("hidden", number == *count);
+    });
 }
 
 void Panel::showBanner(std::string_view message) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <emscripten/val.h>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,6 +28,10 @@ class Panel {
     /// reasons.
     void setMessages(const std::vector<std::string>& addressProblems,
                      const std::vector<std::string>& problems, const std::vector<std::string>& leftOuts);
+    /// Shows a setting of the map as it is; those without a place in the panel are passed over.
+    void setSwitch(std::string_view name, double value);
+    /// A short notice that goes away by itself.
+    void showNotice(std::string_view text);
     void showBanner(std::string_view message);
     void hideBanner();
 
@@ -37,6 +42,7 @@ class Panel {
 
     emscripten::val document_;
     emscripten::val dataset_;
+    std::shared_ptr<int> notice_;  ///< Number of the notice shown last.
 };
 
 }  // namespace pelta::viewer

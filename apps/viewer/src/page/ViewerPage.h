@@ -11,8 +11,8 @@
 
 #include "data/MapData.h"
 #include "data/PageAddress.h"
-#include "map/Overlays.h"
-#include "map/PinPictures.h"
+#include "map/MapContents.h"
+#include "map/PlaceWindow.h"
 #include "map/StyleWatch.h"
 #include "page/Panel.h"
 
@@ -21,7 +21,8 @@ namespace pelta::viewer {
 /// The page: a map, what lies on it, and what is told about it.
 class ViewerPage final : public PgmMapDelegate, public std::enable_shared_from_this<ViewerPage> {
  public:
-    explicit ViewerPage(PageAddress address);
+    /// @param query  of the page's own address, from the "?" on.
+    explicit ViewerPage(std::string query);
     /// Puts the map into the window and begins to load what the page's address asks for.
     void open(UIWindow& window);
 
@@ -29,36 +30,45 @@ class ViewerPage final : public PgmMapDelegate, public std::enable_shared_from_t
     void openDocument(const std::string& name, std::string_view text, bool isReplacing);
     /// Moves the camera so that everything on the map is seen.
     void showAll();
+    /// Sets a setting of the map, or "cluster", whether points are shown as clusters.
+    void setSwitch(const std::string& name, double value);
     void hideBanner() { panel_.hideBanner(); }
 
     void mapViewDidBecomeIdle(PgmMapView& mapView) override;
+    void regionIsChangingWithReason(PgmMapView& mapView, PgmCameraUpdateReason reason) override;
+    void regionDidChangeAnimated(PgmMapView& mapView, bool animated, PgmCameraUpdateReason reason) override;
+    void didTapMapView(PgmMapView& mapView, CLLocationCoordinate2D latLng) override;
+    void didLongTapMapView(PgmMapView& mapView, CLLocationCoordinate2D latLng) override;
 
  private:
     void placeMap(UIWindow& window);
     void placeCamera();
+    void connectLocationButton();
+    void showSwitches();
     void showKorea();
     void fetchData();
+    void fetchWorldPlaces();
     void dataDidArrive(const std::string& name, std::string_view text);
     void styleDidFail(std::string_view message);
-    void clear();
-    void put(Shapes shapes);
     void addDocument(const std::string& name, std::string_view text);
+    void setIsClustered(bool isClustered);
+    void shareAddress();
     void tell();
     void loadingDidEnd();
 
+    std::string query_;
     PageAddress address_;
     Panel panel_;
-    PinPictures pins_;
     std::shared_ptr<PgmMapView> map_;
     std::shared_ptr<StyleWatch> styleWatch_;
-    Shapes shapes_;
+    std::unique_ptr<MapContents> contents_;
+    std::shared_ptr<PlaceWindow> placeWindow_;
     std::vector<Panel::Entry> entries_;
     std::vector<std::string> problems_;  ///< Of the documents on the map.
     std::vector<std::string> leftOuts_;
     std::string styleProblem_;
-    std::shared_ptr<PgmLatLngBounds> bounds_;  ///< Around everything on the map; null when it is empty.
     bool isStyleLoading_ = true;
-    bool isDataLoading_ = false;
+    int loadingCount_ = 0;  ///< Documents that have not arrived yet.
 };
 
 }  // namespace pelta::viewer

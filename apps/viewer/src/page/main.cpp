@@ -5,7 +5,6 @@
 
 #include <pelta/Platform/Application.h>
 
-#include "data/PageAddress.h"
 #include "page/ViewerPage.h"
 
 using emscripten::val;
@@ -22,6 +21,10 @@ void showAll() {
     page->showAll();
 }
 
+void setSwitch(const std::string& name, double value) {
+    page->setSwitch(name, value);
+}
+
 void hideBanner() {
     page->hideBanner();
 }
@@ -31,13 +34,14 @@ void hideBanner() {
 EMSCRIPTEN_BINDINGS(viewer) {
     emscripten::function("openDocument", &openDocument);
     emscripten::function("showAll", &showAll);
+    emscripten::function("setSwitch", &setSwitch);
     emscripten::function("hideBanner", &hideBanner);
 }
 
 int main() {
     return pelta::runApplication([](pelta::UIWindow& window) {
         const auto query = val::global("location")["search"].as<std::string>();
-        page = std::make_shared<pelta::viewer::ViewerPage>(pelta::viewer::parsePageAddress(query));
+        page = std::make_shared<pelta::viewer::ViewerPage>(query);
         page->open(window);
     });
 }
