@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <unordered_set>
+#include <limits>
+#include <string_view>
+#include <unordered_map>
 
 namespace pelta {
 
@@ -14,18 +16,8 @@ constexpr double furthestSymbol = 5;
 /// Copies of the world beyond those in sight whose symbols may reach into the view.
 constexpr double symbolCopies = 1;
 
-/// Name set of a query; the empty one holds every name.
-class LayerFilter {
- public:
-    explicit LayerFilter(std::span<const std::string> identifiers)
-        : names_(identifiers.begin(), identifiers.end()) {}
-    [[nodiscard]] bool admits(const MapSceneLayer& layer) const {
-        return names_.empty() || names_.count(layer.model->identifier()) > 0;
-    }
-
- private:
-    std::unordered_set<std::string_view> names_;
-};
+/// Reach, in points, beyond which the place of a feature rules out nothing.
+constexpr double furthestReach = 1e5;
 
 MapQuad quadOf(CGRect rect) {
     return {CGPoint{rect.minX(), rect.minY()}, CGPoint{rect.maxX(), rect.minY()},
@@ -48,38 +40,96 @@ MapFeatureQuery::MapFeatureQuery(const MapScene& scene, MapText& text, const Map
       text_(text),
       transform_(transform),
       zoom_(zoom),
+      rect_(rect),
       area_(areaOf(rect, transform)),
       groundBox_(MapBox::around(area_.ground)) {}
 
 MapFeatureQuery::Features MapFeatureQuery::run(std::span<const std::string> layerIdentifiers) {
-    const LayerFilter filter(layerIdentifiers);
-    Features found;
+    const auto found = matches();
+    // There may be as many names as layers, but only those of the matches count.
+    std::unordered_map<std::string_view, bool> isAsked;
+    for (const Match& match : found) {
+        isAsked.emplace(scene_.layer(match.layer).model->identifier(), layerIdentifiers.empty());
+    }
+    for (const std::string& name : layerIdentifiers) {
+        if (const auto known = isAsked.find(name); known != isAsked.end()) {
+            known->second = true;
+        }
+    }
+    Features features;
+    for (const Match& match : found) {
+        const MapSceneLayer& layer = scene_.layer(match.layer);
+        if (isAsked[layer.model->identifier()] && isDrawnInside(match)) {
+            features.push_back(scene_.source(layer.model->sourceIdentifier())->sharedFeature(match.feature));
+        }
+    }
+    return features;
+}
+
+std::vector<MapCandidates> MapFeatureQuery::candidates() const {
+    const auto& selections = scene_.selections();
+    std::vector<double> reach(selections.size(), -1);
+    for (const std::uint32_t slot : scene_.order()) {
+        const MapLayerKey& key = scene_.key(slot);
+        if (key.isDrawnAt(zoom_)) {
+            reach[key.selection] = std::max(reach[key.selection], reachOf(key));
+        }
+    }
+    std::vector<MapCandidates> result(selections.size());
+    for (std::size_t i = 0; i < selections.size(); ++i) {
+        const MapSceneSource* source = scene_.source(selections[i].source);
+        if (source != nullptr && reach[i] >= 0) {
+            result[i] = MapCandidates(*source, selections[i].attribute, groundWithin(reach[i]));
+        }
+    }
+    return result;
+}
+
+std::vector<MapFeatureQuery::Match> MapFeatureQuery::matches() const {
+    const auto near = candidates();
     const auto& order = scene_.order();
+    std::vector<Match> found;
     for (std::size_t i = order.size(); i-- > 0;) {
-        const MapSceneLayer& layer = scene_.layer(order[i]);
-        if (layer.isDrawnAt(zoom_) && filter.admits(layer)) {
-            addHits(layer, found);
+        const MapLayerKey& key = scene_.key(order[i]);
+        if (!key.isDrawnAt(zoom_) || near[key.selection].isEmpty()) {
+            continue;
+        }
+        const auto chosen = near[key.selection].withHash(key.valueHash);
+        for (std::size_t j = chosen.size(); j-- > 0;) {
+            found.push_back({order[i], chosen[j].feature});
         }
     }
     return found;
 }
 
-void MapFeatureQuery::addHits(const MapSceneLayer& layer, Features& found) {
-    const MapSceneSource* source = scene_.source(layer.model->sourceIdentifier());
-    if (source == nullptr) {
-        return;
+MapBox MapFeatureQuery::groundWithin(double reach) const {
+    constexpr double everywhere = std::numeric_limits<double>::infinity();
+    const bool isTilted = std::isfinite(transform_.horizon());
+    const double points = reach * (isTilted ? largestSymbolMagnification : 1) + 1;  // One for rounding.
+    if (!(points < furthestReach)) {
+        return {-everywhere, -everywhere, everywhere, everywhere};
     }
-    const auto features = source->featuresMatching(layer.predicate);
-    for (std::size_t i = features.size(); i-- > 0;) {
-        const std::uint32_t feature = features[i];
-        const bool isFound =
-            !source->ground(feature).empty() &&
-            std::visit([&](const auto& properties) { return isHit(properties, *source, feature); },
-                       layer.properties);
-        if (isFound) {
-            found.push_back(source->sharedFeature(feature));
+    const MapBox standing = MapBox::around(areaOf(rect_.insetBy(-points, -points), transform_).ground);
+    const double lying = points / transform_.worldSize();
+    return {
+        std::min(standing.minX, groundBox_.minX - lying), std::min(standing.minY, groundBox_.minY - lying),
+        std::max(standing.maxX, groundBox_.maxX + lying), std::max(standing.maxY, groundBox_.maxY + lying)};
+}
+
+bool MapFeatureQuery::isDrawnInside(const Match& match) {
+    const MapSceneLayer& layer = scene_.layer(match.layer);
+    const MapSceneSource& source = *scene_.source(layer.model->sourceIdentifier());
+    const auto& predicate = layer.predicate;
+    if (!predicate.attribute.empty()) {
+        const std::string* text = textAttribute(source.feature(match.feature), predicate.attribute);
+        if (text == nullptr || *text != predicate.value) {
+            return false;
         }
     }
+    return !source.ground(match.feature).empty() &&
+           isNearInSomeCopy(source.box(match.feature), groundWithin(reachOf(scene_.key(match.layer)))) &&
+           std::visit([&](const auto& properties) { return isHit(properties, source, match.feature); },
+                      layer.properties);
 }
 
 template <class Test>

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "MapCandidates.h"
 #include "MapScene.h"
 #include "MapSymbolBox.h"
 #include "MapText.h"
@@ -15,9 +16,11 @@ namespace pelta {
 
 /// Finds the features that a scene draws inside a rectangle of the screen. Lives for one query.
 ///
-/// Lines and areas are compared on the ground, where the rectangle is a quad and they need no projecting;
-/// symbols where they lie, on the screen or on the ground. A feature in sight through several copies of the
-/// world counts once a layer.
+/// Features that lie too far away go first, by their boxes alone; then the layers that draw what is left are
+/// picked out by the hash of their predicates; only what both leave is looked at closely. Lines and areas are
+/// compared on the ground, where the rectangle is a quad and they need no projecting; symbols where they lie,
+/// on the screen or on the ground. A feature in sight through several copies of the world counts once a
+/// layer.
 class MapFeatureQuery {
  public:
     using Features = std::vector<std::shared_ptr<const MLNFeature>>;
@@ -31,7 +34,21 @@ class MapFeatureQuery {
     [[nodiscard]] Features run(std::span<const std::string> layerIdentifiers);
 
  private:
-    void addHits(const MapSceneLayer& layer, Features& found);
+    /// A feature near the rectangle and a layer that may draw it.
+    struct Match {
+        std::uint32_t layer;  ///< Its slot.
+        std::uint32_t feature;
+    };
+
+    [[nodiscard]] std::vector<MapCandidates> candidates() const;
+    /// Topmost first.
+    [[nodiscard]] std::vector<Match> matches() const;
+    /// The ground from which something with a reach, in points, may be drawn inside the rectangle.
+    [[nodiscard]] MapBox groundWithin(double reach) const;
+    [[nodiscard]] double reachOf(const MapLayerKey& key) const noexcept {
+        return key.reach.points + key.reach.images * scene_.largestImage();
+    }
+    [[nodiscard]] bool isDrawnInside(const Match& match);
 
     /// @name True when the layer draws a feature inside the rectangle, in some copy of the world.
     /// @{
@@ -56,6 +73,7 @@ class MapFeatureQuery {
     MapText& text_;
     const MapTransform& transform_;
     double zoom_;
+    CGRect rect_;
     MapQueryArea area_;
     MapBox groundBox_;
 };

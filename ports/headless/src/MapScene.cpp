@@ -4,55 +4,14 @@
 #include <cstddef>
 #include <utility>
 
-#include <pelta/Engine/MLNFillStyleLayer.h>
-#include <pelta/Engine/MLNLineStyleLayer.h>
-
 namespace pelta {
-
-namespace {
-
-using Properties = decltype(MapSceneLayer::properties);
-
-MapSymbolProperties symbolProperties(const MLNSymbolStyleLayer& layer) {
-    return {layer.text(),
-            layer.textFontSize(),
-            layer.maximumTextWidth(),
-            layer.textAnchor(),
-            layer.textOffset(),
-            layer.textPitchAlignment(),
-            layer.iconImageName(),
-            layer.iconScale(),
-            layer.iconRotation(),
-            layer.iconAnchor(),
-            layer.iconOffset(),
-            layer.iconPitchAlignment(),
-            layer.iconRotationAlignment()};
-}
-
-/// Nothing for layers that have no features to draw here.
-std::optional<Properties> drawnProperties(const MLNStyleLayer& layer) {
-    if (layer.isFromDocument()) {
-        return std::nullopt;
-    }
-    if (const auto* symbol = dynamic_cast<const MLNSymbolStyleLayer*>(&layer)) {
-        return symbolProperties(*symbol);
-    }
-    if (const auto* line = dynamic_cast<const MLNLineStyleLayer*>(&layer)) {
-        return MapLineProperties{line->lineWidth()};
-    }
-    if (dynamic_cast<const MLNFillStyleLayer*>(&layer) != nullptr) {
-        return MapFillProperties{};
-    }
-    return std::nullopt;
-}
-
-}  // namespace
 
 void MapScene::commit(const MLNStyle& style, const MLNStyleChanges& changes) {
     updateSources(changes);
     updateImages(style, changes);
     if (const std::size_t count = style.layers().size(); count > layers_.capacity()) {
         layers_.reserve(std::max(count, 2 * layers_.capacity()));
+        keys_.reserve(layers_.capacity());
         slots_.reserve(count);
     }
     for (const auto& model : changes.changedLayers) {
@@ -73,6 +32,7 @@ void MapScene::updateLayer(const std::shared_ptr<MLNStyleLayer>& model) {
         if (freeSlots_.empty()) {
             freeSlots_.push_back(static_cast<std::uint32_t>(layers_.size()));
             layers_.emplace_back();
+            keys_.emplace_back();
         }
         known->second = freeSlots_.back();
         freeSlots_.pop_back();
@@ -80,10 +40,26 @@ void MapScene::updateLayer(const std::shared_ptr<MLNStyleLayer>& model) {
     MapSceneLayer& layer = layers_[known->second];
     layer.model = std::static_pointer_cast<const MLNVectorStyleLayer>(model);
     layer.predicate = layer.model->predicate();
-    layer.minimumZoomLevel = model->minimumZoomLevel();
-    layer.maximumZoomLevel = model->maximumZoomLevel();
-    layer.isVisible = model->isVisible();
     layer.properties = std::move(*properties);
+    keys_[known->second] = {layer.predicate.attribute.empty() ? 0 : hashOfValue(layer.predicate.value),
+                            selectionOf(*layer.model),
+                            model->minimumZoomLevel(),
+                            model->maximumZoomLevel(),
+                            model->isVisible(),
+                            reachOf(layer.properties)};
+}
+
+std::uint32_t MapScene::selectionOf(const MLNVectorStyleLayer& model) {
+    const auto known =
+        std::find_if(selections_.begin(), selections_.end(), [&model](const MapSelection& selection) {
+            return selection.attribute == model.predicate().attribute &&
+                   selection.source == model.sourceIdentifier();
+        });
+    if (known != selections_.end()) {
+        return static_cast<std::uint32_t>(known - selections_.begin());
+    }
+    selections_.push_back({model.sourceIdentifier(), model.predicate().attribute});
+    return static_cast<std::uint32_t>(selections_.size() - 1);
 }
 
 void MapScene::updateOrder(const MLNStyle& style) {
@@ -125,7 +101,9 @@ void MapScene::updateImages(const MLNStyle& style, const MLNStyleChanges& change
     }
     for (const std::string& name : changes.changedImages) {
         if (const UIImage* image = style.imageForName(name)) {
-            imageSizes_[name] = image->size();
+            const CGSize size = image->size();
+            imageSizes_[name] = size;
+            largestImage_ = std::max(largestImage_, size.width + size.height);
         }
     }
 }

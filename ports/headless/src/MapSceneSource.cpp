@@ -3,22 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <functional>
-#include <numeric>
 
 #include "MapTransform.h"
 
 namespace pelta {
-
-namespace {
-
-/// The text of an attribute, or null when it is missing or no text.
-const std::string* textAttribute(const MLNShape& feature, std::string_view name) {
-    const MLNAttributeValue* value = feature.attribute(name);
-    return value != nullptr ? std::get_if<std::string>(value) : nullptr;
-}
-
-}  // namespace
 
 void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
     features_.clear();
@@ -26,7 +14,6 @@ void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
     coordinates_.clear();
     ground_.clear();
     boxes_.clear();
-    indices_.clear();
     shape_ = std::move(shape);
     if (!shape_) {
         return;
@@ -103,52 +90,9 @@ std::span<const CGPoint> MapSceneSource::ground(std::uint32_t index) const {
     return {ground_.data() + begin, coordinateEnds_[index] - begin};
 }
 
-const MapBox& MapSceneSource::box(std::uint32_t index) const {
+const std::vector<MapBox>& MapSceneSource::boxes() const {
     projectIfNeeded();
-    return boxes_[index];
-}
-
-const MapSceneSource::AttributeIndex& MapSceneSource::indexFor(std::string_view attribute) const {
-    const auto known =
-        std::find_if(indices_.begin(), indices_.end(),
-                     [attribute](const AttributeIndex& index) { return index.attribute == attribute; });
-    if (known != indices_.end()) {
-        return *known;
-    }
-    AttributeIndex index{std::string(attribute), {}};
-    index.entries.reserve(features_.size());
-    for (std::uint32_t i = 0; i < features_.size(); ++i) {
-        if (const std::string* text = textAttribute(*features_[i], attribute)) {
-            index.entries.push_back({std::hash<std::string>{}(*text), i});
-        }
-    }
-    std::sort(index.entries.begin(), index.entries.end(),
-              [](const AttributeEntry& a, const AttributeEntry& b) {
-                  return a.hash != b.hash ? a.hash < b.hash : a.feature < b.feature;
-              });
-    indices_.push_back(std::move(index));
-    return indices_.back();
-}
-
-std::span<const std::uint32_t> MapSceneSource::featuresMatching(const MLNPredicate& predicate) const {
-    matches_.clear();
-    if (predicate.attribute.empty()) {
-        matches_.resize(features_.size());
-        std::iota(matches_.begin(), matches_.end(), 0U);
-        return matches_;
-    }
-    const auto& entries = indexFor(predicate.attribute).entries;
-    const std::size_t hash = std::hash<std::string>{}(predicate.value);
-    auto entry =
-        std::lower_bound(entries.begin(), entries.end(), hash,
-                         [](const AttributeEntry& a, std::size_t wanted) { return a.hash < wanted; });
-    for (; entry != entries.end() && entry->hash == hash; ++entry) {
-        const std::string* text = textAttribute(*features_[entry->feature], predicate.attribute);
-        if (text != nullptr && *text == predicate.value) {
-            matches_.push_back(entry->feature);
-        }
-    }
-    return matches_;
+    return boxes_;
 }
 
 }  // namespace pelta

@@ -9,8 +9,6 @@ namespace pelta {
 
 namespace {
 
-constexpr double largestMagnification = 4;
-constexpr double defaultTextSize = 16;
 constexpr double defaultTextWidth = 10;
 
 /// The rectangle of an extent whose anchored part lies at `offset`.
@@ -60,7 +58,7 @@ std::optional<MapSymbolBox> iconBox(const MapSymbolProperties& layer, const MLNS
 std::optional<MapSymbolText> symbolText(const MapSymbolProperties& layer, const MLNShape& feature) {
     MapSymbolText text;
     text.text = resolve(layer.text, feature, std::string());
-    text.size = resolve(layer.textSize, feature, defaultTextSize);
+    text.size = resolve(layer.textSize, feature, MapText::defaultSize);
     if (text.text.empty() || !(text.size > 0)) {
         return std::nullopt;
     }
@@ -87,7 +85,8 @@ std::optional<MapSymbolBox> MapSymbolText::box(MapText& measure) const {
 }
 
 double symbolMagnification(double relativeDistance, bool isOnGround) noexcept {
-    return std::min(0.5 + 0.5 * (isOnGround ? relativeDistance : 1 / relativeDistance), largestMagnification);
+    return std::min(0.5 + 0.5 * (isOnGround ? relativeDistance : 1 / relativeDistance),
+                    largestSymbolMagnification);
 }
 
 bool doesSymbolTouch(const MapSymbolBox& box, CGPoint ground, const MapQueryArea& area,

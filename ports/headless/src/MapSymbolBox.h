@@ -47,6 +47,9 @@ struct MapSymbolText {
 [[nodiscard]] std::optional<MapSymbolText> symbolText(const MapSymbolProperties& layer,
                                                       const MLNShape& feature);
 
+/// Symbols are never drawn larger than this many times their size.
+inline constexpr double largestSymbolMagnification = 4;
+
 /// Factor to the size of a symbol at a relative distance above 0: symbols on the screen shrink with half of
 /// the perspective, symbols on the ground grow against it by as much.
 [[nodiscard]] double symbolMagnification(double relativeDistance, bool isOnGround) noexcept;

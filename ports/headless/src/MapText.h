@@ -10,6 +10,9 @@ namespace pelta {
 /// Measures texts as symbols draw them, and remembers the answers.
 class MapText {
  public:
+    /// Points an em where a layer does not say.
+    static constexpr double defaultSize = 16;
+
     /// Extent of a text in points. Lines stand 1.2 ems apart and break at line feeds; a paragraph that is
     /// wider than `maximumWidth` ems (0: without limit) breaks at spaces and between ideographs into lines of
     /// about equal width.
