@@ -31,6 +31,28 @@ TEST(PageAddress, ReadsEveryParameter) {
     }
 }
 
+TEST(PageAddress, IsSharedWithTheCameraAsItIs) {
+    const struct {
+        const char* query;
+        CameraRequest camera;
+        bool isClustered;
+        const char* shared;
+    } cases[] = {
+        {"", {{37.5, -127.25}, 11}, false, "?camera=37.5,-127.25,11"},
+        {"?data=a%20b&camera=1,2,3&fit&&style=x=y",
+         {{-0.00000001, 100}, 0.12345, 0, 20},
+         false,
+         "?camera=0,100,0.123,0,20&data=a%20b&style=x=y"},
+        {"?cluster=1&x", {{1, 2}, 3, 60, 0}, true, "?camera=1,2,3,60&cluster&x"},
+        {"?cluster", {{1, 2}, 10, 0.01, -0.01}, false, "?camera=1,2,10"},
+    };
+    for (const auto& [query, camera, isClustered, shared] : cases) {
+        EXPECT_EQ(sharedQuery(query, camera, isClustered), shared) << query;
+        EXPECT_THAT(parsePageAddress(shared).problems, IsEmpty()) << shared;
+        EXPECT_EQ(parsePageAddress(shared).isClustered, isClustered) << shared;
+    }
+}
+
 TEST(PageAddress, NamesValuesThatCannotBeUsed) {
     const struct {
         const char* query;
