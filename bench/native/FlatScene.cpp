@@ -41,6 +41,22 @@ void FlatScene::rebuildFrame() {
     }
 }
 
+std::size_t FlatScene::topmostAt(double x, double y) const {
+    constexpr double halfSquare = 22;
+    constexpr double halfIconWidth = 13;
+    constexpr double iconHeight = 36;
+    for (std::size_t i = drawn_.size(); i-- > 0;) {
+        const Drawn& marker = drawn_[i];
+        const bool isInReach = std::abs(marker.x - x) <= halfSquare + halfIconWidth * marker.iconScale &&
+                               marker.y >= y - halfSquare &&
+                               marker.y - iconHeight * marker.iconScale <= y + halfSquare;
+        if (isInReach) {
+            return i;
+        }
+    }
+    return drawn_.size();
+}
+
 void FlatScene::updateFrame(std::size_t marker) {
     drawn_[marker] = draw(markers_[marker]);
 }

@@ -36,6 +36,10 @@ class FlatScene {
     /// Updates the drawn record of one marker, as a frame after a change of one property would.
     void updateFrame(std::size_t marker);
 
+    /// Place in the drawing order of the topmost marker whose icon touches a square around a point; the
+    /// number of markers when there is none. Places are points at zoom 10 of the Mercator square.
+    [[nodiscard]] std::size_t topmostAt(double x, double y) const;
+
     [[nodiscard]] std::size_t drawnCount() const noexcept { return drawn_.size(); }
 
  private:

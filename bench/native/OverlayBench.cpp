@@ -58,6 +58,23 @@ class Scene {
         }
     }
 
+    /// A map whose markers all want taps, drawn, looking at the middle of them.
+    void makeTouchable() {
+        for (const auto& marker : markers_) {
+            marker->setTouchEvent([this](PgmShape&) { return ++taps_ > 0; });
+        }
+        map_->moveCamera(PgmCameraUpdate::cameraUpdateTargetToZoomTo({36, 128}, 10));
+        port_.runUntilIdle();
+    }
+
+    /// A tap in the middle, with the wait that rules out a double tap.
+    /// @return taps that markers have been offered so far.
+    std::size_t tap() {
+        port_.tap(*window_, {400, 300});
+        port_.advance(0.4);
+        return taps_;
+    }
+
     HeadlessPort& port() { return port_; }
     PgmMapView& map() { return *map_; }
     std::vector<std::shared_ptr<PgmMarker>>& markers() { return markers_; }
@@ -67,6 +84,7 @@ class Scene {
     std::shared_ptr<UIWindow> window_;
     std::shared_ptr<PgmMapView> map_;
     std::vector<std::shared_ptr<PgmMarker>> markers_;
+    std::size_t taps_ = 0;
 };
 
 bench::FlatScene flatScene(const std::vector<Point>& points) {
@@ -175,6 +193,40 @@ void reorderReversedFlat(benchmark::State& state) {
     }
 }
 
+void tapOnMarkers(benchmark::State& state) {
+    Scene scene;
+    scene.addMarkers(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
+    scene.makeTouchable();
+    while (state.KeepRunning()) {
+        benchmark::DoNotOptimize(scene.tap());
+    }
+}
+
+/// The first tap after something has moved.
+void tapAfterAMove(benchmark::State& state) {
+    Scene scene;
+    scene.addMarkers(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
+    scene.makeTouchable();
+    double latitude = 36;
+    while (state.KeepRunning()) {
+        state.PauseTiming();
+        latitude = latitude > 38 ? 36 : latitude + 0.01;
+        scene.markers().front()->setPosition({latitude, 127});
+        scene.port().runUntilIdle();
+        state.ResumeTiming();
+        benchmark::DoNotOptimize(scene.tap());
+    }
+}
+
+void tapOnMarkersFlat(benchmark::State& state) {
+    bench::FlatScene scene = flatScene(pointsOverKorea(static_cast<std::size_t>(state.range(0))));
+    scene.reorder();
+    scene.rebuildFrame();
+    while (state.KeepRunning()) {
+        benchmark::DoNotOptimize(scene.topmostAt(448557.5, 205880.4));
+    }
+}
+
 BENCHMARK(addAndFirstFrame)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(addAndFirstFrameFlat)->Arg(10'000)->Arg(50'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(onePropertyAndFrame)->Arg(10'000)->Unit(benchmark::kMillisecond);
@@ -182,6 +234,9 @@ BENCHMARK(onePositionAndFrame)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(onePropertyAndFrameFlat)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(reorderReversed)->Arg(10'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(reorderReversedFlat)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(tapOnMarkers)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(tapAfterAMove)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(tapOnMarkersFlat)->Arg(10'000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -195,6 +195,7 @@ void UIGestureRecognizer::report(State state) {
     state_ = state;
     pendingState_ = State::possible;
     ++reports_;
+    const bool wasReporting = std::exchange(isReporting_, true);
     if (isDecision) {
         tellDependents();
     }
@@ -202,6 +203,7 @@ void UIGestureRecognizer::report(State state) {
         const auto action = action_;
         action(*this);
     }
+    isReporting_ = wasReporting;
 }
 
 void UIGestureRecognizer::fail() {
@@ -225,7 +227,7 @@ void UIGestureRecognizer::abandon() {
 
 void UIGestureRecognizer::settle() {
     const bool isFinal = state_ != State::possible && !isUnderWay();
-    if (!isFinal || touchesDown_ > 0) {
+    if (!isFinal || touchesDown_ > 0 || isReporting_) {
         return;
     }
     for (const auto& weak : dependents_) {

@@ -35,7 +35,7 @@ void expectDefaults(const PgmMapView& view) {
     EXPECT_EQ(view.zoomViewPosition(), PgmPosition::centerRight);
     EXPECT_EQ(view.zoomViewMargins(), (CGPoint{8, 0}));
     EXPECT_EQ(view.locationViewPosition(), PgmPosition::bottomRight);
-    EXPECT_EQ(view.locationViewMargins(), (CGPoint{0, 0}));
+    EXPECT_EQ(view.locationViewMargins(), (CGPoint{8, 8}));
     EXPECT_EQ(view.mapOptions(), nullptr);
     EXPECT_EQ(view.delegate(), nullptr);
     EXPECT_TRUE(view.shapesMap().empty());
