@@ -8,7 +8,7 @@ namespace pelta::viewer {
 
 namespace {
 
-constexpr CGFloat shadow = 4;  ///< Around the card.
+constexpr int shadow = 4;  ///< Points around the card.
 constexpr CGFloat margin = 12;
 constexpr CGFloat gap = 10;
 constexpr CGFloat rowHeight = 26;
@@ -69,7 +69,7 @@ void PlaceBubble::draw(GraphicsContext& context, CGRect rect) {
     const CGRect card{{shadow, shadow},
                       {rect.size.width - 2 * shadow, rect.size.height - 2 * shadow - tipHeight}};
     const CGPoint tip{rect.size.width / 2, rect.size.height};
-    for (CGFloat spread = shadow; spread > 0; spread -= 1) {
+    for (int spread = shadow; spread > 0; --spread) {
         context.fillRoundedRect(grown(card, spread), radius + spread, shadowColor);
     }
     drawTip(context, tip, tipHeight + shadow, rimColor);
