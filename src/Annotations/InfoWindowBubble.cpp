@@ -19,8 +19,8 @@ constexpr CGFloat heightMargin = 10;    // points of height beyond the pictures
 constexpr CGFloat textTop = 3;          // points
 constexpr CGFloat textHeightLoss = 11;  // points of the bubble's height, for the tip
 constexpr CGFloat seam = 1;             // points by which the pieces overlap
-/// Pixels. Every graphics card takes pictures of 8192 pixels, edges included.
-constexpr double widestPicture = 8000;
+/// Points. Map engines place the corners of an icon within 1023 points of its middle.
+constexpr CGFloat widestBubble = 2000;
 
 constexpr NSTextAttributes textAttributes{UIFont::systemFont(15), UIColor::black(), NSTextAlignment::center};
 
@@ -52,7 +52,7 @@ std::string fitted(const std::string& text, CGFloat width) {
 
 std::shared_ptr<UILabel> makeLabel(const std::string& text) {
     auto label = make<UILabel>(CGRect{});
-    label->setText(fitted(text, widestPicture / UIScreen::scale() - textMargin));
+    label->setText(fitted(text, widestBubble - textMargin));
     label->setAttributes(textAttributes);
     label->sizeToFit();
     return label;

@@ -137,10 +137,11 @@ void PgmLocationAnnotationView::updateHeading() {
         return;
     }
     const double turn = (engine->direction() - heading) * radiansPerDegree;
-    if (std::abs(turn) > smallestTurn) {
-        CATransaction::withoutActions(
-            [&] { dotImageView_->setTransform(CGAffineTransform::rotation(-turn)); });
-    }
+    // Upright within so little, also when the dot was turned before.
+    const bool isTurned = std::abs(turn) > smallestTurn;
+    CATransaction::withoutActions([&] {
+        dotImageView_->setTransform(isTurned ? CGAffineTransform::rotation(-turn) : CGAffineTransform{});
+    });
 }
 
 void PgmLocationAnnotationView::updatePitch() {

@@ -41,8 +41,8 @@ class PgmImageTextDataSource : public virtual PgmImageDataSource {
 /// another data source or invalidated; the one before stays until then, and for good where there is nothing
 /// to draw. The lower middle of the picture, the tip of the bubble, stands on the upper middle of the
 /// marker's icon, or on the coordinate. A bubble is as wide as its text needs; a text that would make it
-/// wider than 8000 pixels is cut off with an ellipsis. A view larger than 16384 pixels on a side is not
-/// drawn.
+/// wider than 2000 points is cut off with an ellipsis. A view larger than 16384 pixels on a side is not
+/// drawn; one larger than 2046 points may be more than a port's map can show, which a log line says.
 ///
 /// A marker holds the window that is open on it, and the map holds what is on the map.
 class PgmInfoWindow : public PgmShape {

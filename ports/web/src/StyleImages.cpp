@@ -1,7 +1,11 @@
 #include "StyleImages.h"
 
+#include <algorithm>
+#include <string>
 #include <utility>
 #include <vector>
+
+#include <pelta/Platform/Log.h>
 
 #include "Canvas.h"
 
@@ -17,8 +21,33 @@ void removeImage(const val& map, const std::string& name) {
     }
 }
 
+/// Whether the map can draw a picture: as a texture, and with its corners within the reach of GL JS's
+/// symbols.
+bool isDrawable(const val& map, const UIImage& image) {
+    constexpr double widestSymbol = 2046;  // Points.
+    constexpr int textureSizeLimit = 0x0D33;
+    constexpr int leastLimit = 2048;  // Pixels; every browser has it.
+    constexpr int edges = 2;          // Pixels around a picture on its texture.
+    const int side = std::max(image.pixelWidth(), image.pixelHeight()) + edges;
+    const CGSize size = image.size();
+    if (size.width > widestSymbol || size.height > widestSymbol) {
+        return false;
+    }
+    if (side <= leastLimit) {
+        return true;
+    }
+    const val context = map.call<val>("getCanvas").call<val>("getContext", std::string("webgl2"));
+    return context.isNull() || side <= context.call<int>("getParameter", textureSizeLimit);
+}
+
 void addImage(const val& map, const std::string& name, const UIImage& image) {
     removeImage(map, name);
+    if (!isDrawable(map, image)) {
+        dPrint("The picture \"" + name + "\" of " + std::to_string(image.pixelWidth()) + " x " +
+               std::to_string(image.pixelHeight()) +
+               " pixels is more than the map can draw; make it smaller.");
+        return;
+    }
     val pixels = val::object();
     pixels.set("width", image.pixelWidth());
     pixels.set("height", image.pixelHeight());

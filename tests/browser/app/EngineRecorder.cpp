@@ -70,4 +70,13 @@ void EngineRecorder::didUpdateUserLocation(MLNMapView& mapView, const MLNUserLoc
     inner_->didUpdateUserLocation(mapView, userLocation);
 }
 
+std::shared_ptr<MLNAnnotationView> EngineRecorder::viewForAnnotation(MLNMapView& mapView,
+                                                                     const MLNAnnotation& annotation) {
+    return inner_->viewForAnnotation(mapView, annotation);
+}
+
+void EngineRecorder::didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation) {
+    inner_->didSelectAnnotation(mapView, annotation);
+}
+
 }  // namespace pelta::browser

@@ -21,6 +21,9 @@ class EngineRecorder final : public MLNMapViewDelegate {
     void mapViewWillStartRenderingFrame(MLNMapView& mapView) override;
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
+    std::shared_ptr<MLNAnnotationView> viewForAnnotation(MLNMapView& mapView,
+                                                         const MLNAnnotation& annotation) override;
+    void didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation) override;
 
     /// Runs once at the next movement of the camera, from inside the delegate's call.
     void setAtNextMove(std::function<void()> work) { atNextMove_ = std::move(work); }

@@ -1,0 +1,302 @@
+#include <algorithm>
+#include <limits>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr CLLocationCoordinate2D seoul{37.5665, 126.978};
+
+struct TextSource : PgmImageTextDataSource {
+    explicit TextSource(std::optional<std::string> text) : text(std::move(text)) {}
+    std::optional<std::string> title(PgmShape& with) override {
+        ++calls;
+        asked = with.identifier();
+        return text;
+    }
+    std::optional<std::string> text;
+    std::string asked;
+    int calls = 0;
+};
+
+struct ViewSource : PgmImageViewDataSource {
+    explicit ViewSource(std::shared_ptr<UIView> shown) : shown(std::move(shown)) {}
+    std::shared_ptr<UIView> view(PgmShape& /*with*/) override {
+        const auto work = std::exchange(atNextCall, nullptr);
+        if (work) {
+            work();
+        }
+        return shown;
+    }
+    std::shared_ptr<UIView> shown;
+    std::function<void()> atNextCall;
+};
+
+class InfoWindowTest : public MapFixture {
+ protected:
+    std::shared_ptr<PgmInfoWindow> open(const std::shared_ptr<PgmImageDataSource>& source) {
+        auto info = PgmInfoWindow::create();
+        info->setImageDataSource(source);
+        info->setPosition(seoul);
+        info->setMapView(map);
+        EXPECT_TRUE(port.runUntilIdle());
+        return info;
+    }
+
+    static const MLNPointFeature& pointOf(const PgmInfoWindow& info) {
+        return static_cast<const MLNPointFeature&>(*info.feature());
+    }
+
+    static CGVector offsetOf(const PgmInfoWindow& info) {
+        const auto& pair = std::get<std::vector<double>>(*info.feature()->attribute("iconOffset"));
+        return {pair.at(0), pair.at(1)};
+    }
+
+    std::shared_ptr<PgmMapView> map = makeLoadedMap();
+};
+
+int alphaAt(const UIImage& image, double x, double y) {
+    const auto column = static_cast<std::size_t>(x * image.scale());
+    const auto row = static_cast<std::size_t>(y * image.scale());
+    return image.pixels()[(row * static_cast<std::size_t>(image.pixelWidth()) + column) * 4 + 3];
+}
+
+TEST_F(InfoWindowTest, DefaultsAndFixedLayerProperties) {
+    const auto info = PgmInfoWindow::create();
+    EXPECT_EQ(info->identifier(), "PgmInfoWindow_" + std::to_string(info->shapeIndex()));
+    EXPECT_EQ(info->globalZIndex(), 3000);
+    EXPECT_EQ(info->alpha(), 1);
+    EXPECT_EQ(info->offset(), CGPoint{});
+    EXPECT_EQ(info->mInfoWindowOffset(), CGPoint{});
+    EXPECT_FALSE(info->position() || info->marker() || info->iconImage() || info->imageDataSource());
+    EXPECT_FALSE(info->symbolLayer() || info->isForceShowIcon());
+    info->invalidate();
+    info->setAlpha(0.5);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(info->iconImage(), nullptr) << "nothing is drawn for a window on no map";
+
+    info->setVisibleMaxZoom(15);
+    info->setMapView(map);
+    const auto& layer = *info->symbolLayer();
+    EXPECT_EQ(layer.predicate(), MLNPredicate::equal("identifier", info->identifier()));
+    EXPECT_EQ(layer.iconImageName()->attribute(), "iconImageName");
+    EXPECT_EQ(layer.iconOffset()->attribute(), "iconOffset");
+    EXPECT_EQ(layer.iconScale()->constant(), 1);
+    EXPECT_EQ(layer.iconOpacity()->constant(), 0.5);
+    EXPECT_EQ(layer.iconHaloColor()->constant(), UIColor::white().withAlpha(0.5));
+    EXPECT_EQ(layer.iconHaloWidth()->constant(), 1);
+    EXPECT_TRUE(layer.iconAllowsOverlap()->constant() && layer.iconIgnoresPlacement()->constant());
+    EXPECT_EQ(layer.iconAnchor()->constant(), "bottom");
+    EXPECT_EQ(layer.maximumZoomLevel(), 15.001F);
+    info->setAlpha(0.25);
+    info->setIsVisible(false);
+    EXPECT_EQ(layer.iconOpacity()->constant(), 0.25);
+    EXPECT_FALSE(layer.isVisible());
+}
+
+TEST_F(InfoWindowTest, TheBubbleFitsItsText) {
+    // The pictures: 24 points in the middle, 22 on each side, 34 high.
+    constexpr double height = 34 + 10;
+    constexpr double smallest = 24 + 22 + 22 + 30;
+    const std::string hundred(100, 'w');
+    for (const double scale : {1.0, 2.0, 3.0}) {
+        port.setScreenScale(scale);
+        for (const std::string& text : {std::string(), std::string("서울특별시청"), hundred}) {
+            SCOPED_TRACE(text);
+            const auto source = std::make_shared<TextSource>(text);
+            const auto info = open(text.empty() ? nullptr : source);
+            const auto& image = info->iconImage()->image();
+            const double label = std::ceil(sizeOfText(text, UIFont::systemFont(15)).width * scale) / scale;
+            EXPECT_NEAR(image.size().width, std::max(label + 30, smallest), 1 / scale);
+            EXPECT_EQ(image.size().height, height);
+            EXPECT_EQ(image.scale(), scale);
+            EXPECT_EQ(source->calls, text.empty() ? 0 : source->calls);
+            EXPECT_EQ(
+                map->mapView()->style()->imageForName(info->iconImage()->reuseIdentifier())->pixels().data(),
+                image.pixels().data());
+            // One body with the tip in the middle and nothing beside it; no seam where the pieces meet.
+            const double middle = image.size().width / 2;
+            for (double x = 6; x < image.size().width - 6; x += 0.5 / scale) {
+                ASSERT_EQ(alphaAt(image, x, 20), 255) << x;
+            }
+            EXPECT_GT(alphaAt(image, middle - 0.5, height - 1.5), 200);
+            EXPECT_LT(alphaAt(image, middle - 10, height - 1.5), 40);
+            EXPECT_LT(alphaAt(image, middle + 10, height - 1.5), 40);
+            info->setMapView(nullptr);
+        }
+    }
+}
+
+TEST_F(InfoWindowTest, WhatCannotBeDrawnLeavesThePictureAsItIs) {
+    const auto text = std::make_shared<TextSource>("one");
+    const auto info = open(text);
+    EXPECT_EQ(text->asked, info->identifier());
+    const auto first = info->iconImage();
+    const auto redraw = [&](const std::shared_ptr<PgmImageDataSource>& source) {
+        info->setImageDataSource(source);
+        EXPECT_TRUE(port.runUntilIdle());
+    };
+    for (const auto& nothing : {std::optional<std::string>(), std::optional<std::string>("")}) {
+        redraw(std::make_shared<TextSource>(nothing));
+    }
+    for (const CGSize size : {CGSize{0, 20}, CGSize{20, -1}, CGSize{9000, 1}}) {
+        redraw(std::make_shared<ViewSource>(make<UIView>(CGRect{{}, size})));
+    }
+    redraw(std::make_shared<ViewSource>(nullptr));
+    EXPECT_EQ(info->iconImage(), first);
+
+    info->invalidate();
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(info->iconImage()->image().size(), (CGSize{98, 44}))
+        << "sources are held weakly: an empty bubble";
+    const auto view = std::make_shared<ViewSource>(make<UIView>(CGRect{{}, {33, 21}}));
+    redraw(view);
+    EXPECT_EQ(info->iconImage()->image().size(), (CGSize{33, 21}));
+
+    redraw(std::make_shared<TextSource>(std::string(10000, 'w')));
+    const auto longText = std::make_shared<TextSource>([] {
+        std::string title;
+        for (int i = 0; i < 10000; ++i) {
+            title += "힣";
+        }
+        return title;
+    }());
+    redraw(longText);
+    const auto& cut = info->iconImage()->image();
+    EXPECT_LE(cut.size().width, 2000);
+    EXPECT_GT(cut.size().width, 1970) << "as much of the text as fits";
+}
+
+TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
+    const auto marker = PgmMarker::markerWithPosition(seoul);
+    const auto other = PgmMarker::markerWithPosition({35, 129});
+    marker->setMapView(map);
+    other->setIconScale(2);
+    other->setMapView(map);
+    const auto info = PgmInfoWindow::create();
+    info->setMapView(map);
+    EXPECT_EQ(info->feature()->attribute("identifier"), nullptr) << "it is nowhere yet";
+    info->setMarker(marker);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(marker->infoWindow(), info);
+    EXPECT_EQ(pointOf(*info).coordinate(), seoul);
+    EXPECT_EQ(offsetOf(*info), marker->mInfoWindowOffset());
+    EXPECT_EQ(offsetOf(*info), (CGVector{0, -40}));
+
+    info->setOffset({3, nan});
+    EXPECT_EQ(offsetOf(*info), (CGVector{0, -40})) << "seen with the next move or picture";
+    info->setMarker(other);
+    EXPECT_EQ(marker->infoWindow(), nullptr);
+    EXPECT_EQ(offsetOf(*info), (CGVector{3, 0})) << "what is no number counts as 0";
+    info->setOffset({3, 1});
+    info->invalidate();
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(offsetOf(*info), (CGVector{3, -79}));
+
+    other->setPosition({1, 1});
+    EXPECT_EQ(info->position(), (CLLocationCoordinate2D{35, 129})) << "stays where the marker was";
+    info->setPosition(CLLocationCoordinate2D{1, 2});
+    EXPECT_EQ(info->marker(), nullptr);
+    EXPECT_EQ(other->infoWindow(), info) << "the marker holds it all the same";
+    EXPECT_EQ(offsetOf(*info), (CGVector{3, 1}));
+    info->setPosition(std::nullopt);
+    EXPECT_EQ(pointOf(*info).coordinate(), (CLLocationCoordinate2D{1, 2})) << "drawn where it was";
+    EXPECT_NE(info->feature()->attribute("iconImageName"), nullptr);
+
+    const auto second = PgmInfoWindow::create();
+    info->setMarker(marker);
+    second->setMarker(marker);
+    info->setMarker(nullptr);
+    EXPECT_EQ(marker->infoWindow(), second) << "a window lets go only of its own marker";
+    EXPECT_EQ(info->position(), std::nullopt);
+}
+
+TEST_F(InfoWindowTest, IsFoundWhereItIsDrawn) {
+    const auto marker = PgmMarker::markerWithPosition(seoul);
+    map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12));
+    marker->setMapView(map);
+    const auto info = PgmInfoWindow::create();
+    info->setMarker(marker);
+    info->setMapView(map);
+    EXPECT_TRUE(port.runUntilIdle());
+    const auto isFound = [&](double x, double y) {
+        const std::vector<std::string> layers{info->symbolLayer()->identifier()};
+        return !map->mapView()->visibleFeaturesInRect({{x, y}, {0.1, 0.1}}, layers).empty();
+    };
+    EXPECT_TRUE(isFound(400, 259.5)) << "the tip on the pin's upper edge";
+    EXPECT_FALSE(isFound(400, 260.5));
+    EXPECT_TRUE(isFound(352, 217));
+    EXPECT_FALSE(isFound(350, 230));
+    EXPECT_FALSE(isFound(400, 215));
+}
+
+TEST_F(InfoWindowTest, TakesPartInItsMarkersChanges) {
+    const auto marker = PgmMarker::markerWithPosition(seoul);
+    marker->setMapView(map);
+    const auto info = PgmInfoWindow::create();
+    info->setMarker(marker);
+    info->setMapView(map);
+    EXPECT_TRUE(port.runUntilIdle());
+    info->symbolLayer()->setIconScale(7);
+    marker->setTitle("changed");
+    EXPECT_EQ(info->symbolLayer()->iconScale()->constant(), 1);
+    info->symbolLayer()->setIconScale(7);
+    marker->setZIndex(5);
+    EXPECT_EQ(info->symbolLayer()->iconScale()->constant(), 1);
+    EXPECT_TRUE(map->needReorderShapes());
+}
+
+TEST_F(InfoWindowTest, IsDrawnForEachMapAndStyle) {
+    const auto source = std::make_shared<TextSource>("text");
+    const auto info = open(source);
+    const auto first = info->iconImage();
+    const auto other = makeMap();
+    info->setMapView(other);
+    EXPECT_EQ(info->iconImage(), nullptr);
+    EXPECT_EQ(info->feature()->attribute("iconImageName"), nullptr);
+    EXPECT_TRUE(port.runUntilIdle());
+    ASSERT_NE(info->iconImage(), nullptr) << "drawn once the style has loaded";
+    EXPECT_THAT(featuresOf(other), testing::ElementsAre(info->identifier()));
+    const int calls = source->calls;
+    other->mapView()->setStyleJSON(labelledStyle());
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(source->calls, calls + 1);
+    EXPECT_NE(other->mapView()->style()->imageForName(info->iconImage()->reuseIdentifier()), nullptr);
+    info->invalidate();
+    info->setPosition(seoul);
+    info->setImageDataSource(source);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(source->calls, calls + 4) << "one drawing for each change";
+}
+
+TEST_F(InfoWindowTest, OutlivesNobody) {
+    auto marker = PgmMarker::markerWithPosition(seoul);
+    auto info = PgmInfoWindow::create();
+    const std::weak_ptr<PgmInfoWindow> weak = info;
+    info->setMarker(marker);
+    info.reset();
+    EXPECT_FALSE(weak.expired()) << "held by its marker";
+    marker->infoWindow()->setMapView(map);
+    const std::weak_ptr<PgmMarker> weakMarker = marker;
+    marker.reset();
+    EXPECT_TRUE(weakMarker.expired());
+    EXPECT_FALSE(weak.expired()) << "held by the map";
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(weak.lock()->marker(), nullptr);
+    EXPECT_EQ(offsetOf(*weak.lock()), CGVector{});
+
+    const auto source = std::make_shared<ViewSource>(nullptr);
+    weak.lock()->setImageDataSource(source);
+    source->atNextCall = [&] {
+        weak.lock()->setMapView(nullptr);
+        map->removeFromSuperview();
+        map.reset();
+    };
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_TRUE(weak.expired());
+}
+
+}  // namespace
+}  // namespace pelta

@@ -1,0 +1,245 @@
+#include <cmath>
+#include <limits>
+
+#include "View/MapFixture.h"
+
+namespace pelta {
+namespace {
+
+constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr CLLocationCoordinate2D seoul{37.5665, 126.978};
+
+class UserLocationTest : public MapFixture {
+ protected:
+    void reportAt(CLLocationCoordinate2D coordinate) {
+        port.reportLocation({.coordinate = coordinate});
+        EXPECT_TRUE(port.runUntilIdle());
+    }
+    void reportHeading(double magnetic, double trueHeading = -1) {
+        port.reportHeading({.magneticHeading = magnetic, .trueHeading = trueHeading});
+        EXPECT_TRUE(port.runUntilIdle());
+    }
+    void expectPlace(CLLocationCoordinate2D coordinate) const {
+        const auto wanted = map->mapView()->convertCoordinate(coordinate, nullptr);
+        EXPECT_NEAR(view->center().x, wanted.x, 1e-9);
+        EXPECT_NEAR(view->center().y, wanted.y, 1e-9);
+    }
+    double dotDegrees() const {
+        const auto turned = view->dotImageView()->transform();
+        return std::atan2(turned.b, turned.a) * 180 / M_PI;
+    }
+
+    std::shared_ptr<PgmMapView> map = makeLoadedMap();
+    std::shared_ptr<PgmLocationIcon> icon = map->locationIcon();
+    std::shared_ptr<PgmLocationAnnotationView> view = map->locationAnnotaionView();
+};
+
+TEST_F(UserLocationTest, IconKnowsWhatTheMapKnows) {
+    EXPECT_EQ(icon->mapview(), map);
+    EXPECT_EQ(icon->image(), PgmImage::locationIconNomal());
+    EXPECT_EQ(icon->imageTracking(), PgmImage::locationIconTracking());
+    EXPECT_EQ(icon->imageTrackingCompass(), PgmImage::locationIconTrackingCompass());
+    EXPECT_EQ(icon->scale(), 1);
+    EXPECT_EQ(icon->circleRadius(), 50);
+    EXPECT_NEAR(icon->circleColor()->red * 255, 227, 1e-9);
+    EXPECT_FALSE(icon->touchEvent());
+    EXPECT_EQ(view->reuseIdentifier(), "PgmLocationAnnotationView");
+    const auto expectUnknown = [](const PgmLocationIcon& unknown) {
+        EXPECT_FALSE(unknown.isVisible() || unknown.position());
+        EXPECT_EQ(unknown.bearing(), 0);
+    };
+    expectUnknown(*PgmLocationIcon::create());
+    expectUnknown(*icon);
+    map->setUserTrackingMode(PgmUserTrackingMode::none);
+    EXPECT_TRUE(icon->isVisible());
+    reportHeading(45);
+    EXPECT_EQ(icon->bearing(), 0) << "no position yet";
+    EXPECT_EQ(view->superview(), nullptr);
+    reportAt(seoul);
+    EXPECT_EQ(icon->position(), seoul);
+    EXPECT_EQ(icon->bearing(), 45);
+    EXPECT_EQ(view->superview(), map->mapView());
+    map->setUserTrackingMode(PgmUserTrackingMode::off);
+    expectUnknown(*icon);
+    EXPECT_EQ(view->superview(), nullptr);
+}
+
+TEST_F(UserLocationTest, TheModeChoosesThePicture) {
+    const auto picture = [](int side) {
+        const auto bytes = static_cast<std::size_t>(side * side) * 4;
+        return PgmImage::imageWith(*UIImage::fromPixels(side, side, 1, std::vector<std::uint8_t>(bytes)));
+    };
+    icon->setImage(picture(10));
+    icon->setImageTracking(picture(20));
+    icon->setImageTrackingCompass(picture(30));
+    struct Case {
+        PgmUserTrackingMode mode;
+        double side;
+    };
+    for (const Case& each : {Case{PgmUserTrackingMode::none, 10}, Case{PgmUserTrackingMode::follow, 20},
+                             Case{PgmUserTrackingMode::followWithHeading, 30}}) {
+        map->setUserTrackingMode(each.mode);
+        EXPECT_EQ(view->frame().size, (CGSize{each.side, each.side}));
+        EXPECT_EQ(view->dotImageView()->image()->size(), view->frame().size);
+    }
+    map->mapView()->setUserTrackingMode(MLNUserTrackingMode::followWithCourse);
+    icon->setScale(1.5);
+    EXPECT_EQ(view->frame().size, (CGSize{45, 45}));
+    EXPECT_EQ(view->dotImageView()->frame(), (CGRect{{}, {45, 45}}));
+    EXPECT_EQ(view->dotImageView()->contentMode(), UIViewContentMode::scaleAspectFit);
+    reportAt(seoul);
+    expectPlace(seoul);
+    for (const double none : {-1.0, nan}) {
+        icon->setScale(none);
+        EXPECT_EQ(view->frame().size, CGSize{});
+    }
+    icon->setImageTrackingCompass(nullptr);
+    EXPECT_EQ(view->frame().size, (CGSize{40, 40}));
+    EXPECT_FALSE(view->dotImageView()->image());
+    EXPECT_EQ(view->haloLayer()->animations().size(), 1U) << "the circle pulses without a dot too";
+}
+
+TEST_F(UserLocationTest, TheCirclePulses) {
+    map->setUserTrackingMode(PgmUserTrackingMode::none);
+    const auto before = view->haloLayer();
+    icon->setCircleRadius(60.4);
+    icon->setCircleColor(UIColor{0, 0, 1, 1});
+    EXPECT_EQ(before->superlayer(), nullptr) << "replaced";
+    EXPECT_TRUE(before->animations().empty());
+    const auto& halo = *view->haloLayer();
+    EXPECT_EQ(view->layer()->sublayers(), std::vector{view->haloLayer()});
+    EXPECT_EQ(halo.properties().bounds, (CGRect{{}, {60, 60}})) << "the radius is the width";
+    EXPECT_EQ(halo.properties().cornerRadius, 30);
+    EXPECT_EQ(halo.properties().position, (CGPoint{view->bounds().midX(), view->bounds().midY()}));
+    EXPECT_EQ(halo.properties().backgroundColor, (UIColor{0, 0, 1, 1}));
+    EXPECT_EQ(halo.properties().zPosition, -0.1);
+    EXPECT_EQ(halo.properties().rasterizationScale, 2);
+    EXPECT_TRUE(halo.properties().shouldRasterize && halo.properties().drawsAsynchronously);
+    EXPECT_FALSE(halo.properties().allowsGroupOpacity);
+    const auto& pulse = halo.animations().at("animateTransformAndOpacity");
+    EXPECT_EQ(pulse.duration, 3);
+    EXPECT_TRUE(pulse.repeatsForever && !pulse.isRemovedOnCompletion);
+    EXPECT_EQ(pulse.timingFunction, CAMediaTimingFunction::standard());
+    EXPECT_EQ(pulse.animations,
+              (std::vector<CAKeyframeAnimation>{{"transform.scale.xy", {0, 0.35, 1}, {0, 0.2, 1}},
+                                                {"opacity", {0.4, 0.4, 0}, {0, 0.2, 1}}}));
+    icon->setCircleColor(std::nullopt);
+    EXPECT_EQ(view->haloLayer()->properties().backgroundColor, UIColor::clear());
+    for (const double none : {-3.0, nan}) {
+        icon->setCircleRadius(none);
+        EXPECT_EQ(view->haloLayer()->properties().bounds, CGRect{});
+    }
+}
+
+TEST_F(UserLocationTest, TheDotPointsWhereTheDevicePoints) {
+    map->setUserTrackingMode(PgmUserTrackingMode::none);
+    reportAt(seoul);
+    struct Case {
+        const char* name;
+        double magnetic, trueHeading, direction, degrees;
+    };
+    for (const Case& each :
+         {Case{"magnetic", 90, -1, 0, 90}, Case{"true before magnetic", 90, 100, 0, 100},
+          Case{"against the map's direction", 90, -1, 30, 60}, Case{"unknown", -1, -1, 30, 60},
+          Case{"no numbers", nan, nan, 30, 60}, Case{"too small a turn", 30.5, -1, 30, 0},
+          Case{"back", 40, -1, 40.6, -0.6}, Case{"the map turns too", 90, -1, 350, 100}}) {
+        SCOPED_TRACE(each.name);
+        map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12, 0, each.direction));
+        reportHeading(each.magnetic, each.trueHeading);
+        EXPECT_NEAR(dotDegrees(), each.degrees, 1e-9);
+    }
+    icon->setScale(2);
+    EXPECT_NEAR(dotDegrees(), 100, 1e-9) << "set up anew it points there again";
+}
+
+TEST_F(UserLocationTest, TiltsWithTheCamera) {
+    map->setUserTrackingMode(PgmUserTrackingMode::none);
+    reportAt(seoul);
+    const auto tilt = [&](double degrees) {
+        map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12, degrees, 0));
+        EXPECT_TRUE(port.runUntilIdle());
+    };
+    tilt(60);
+    const double pitch = M_PI / 3;
+    EXPECT_EQ(view->layer()->properties().sublayerTransform, CATransform3D{}.rotatedBy(pitch, 1, 0, 0));
+    EXPECT_NEAR(view->haloLayer()->properties().shadowOffset.height, pitch * 10, 1e-9);
+    EXPECT_NEAR(view->haloLayer()->properties().shadowRadius, pitch * 5, 1e-9);
+    EXPECT_NEAR(view->haloLayer()->properties().zPosition, pitch * 2, 1e-9);
+    view->layer()->update({});
+    tilt(60);
+    EXPECT_EQ(view->layer()->properties().sublayerTransform, CATransform3D{})
+        << "an equal pitch touches nothing";
+    tilt(10);
+    EXPECT_EQ(view->haloLayer()->properties().shadowRadius, 3);
+    expectPlace(seoul);
+}
+
+TEST_F(UserLocationTest, StandsAtItsPlaceInEveryFrame) {
+    map->setUserTrackingMode(PgmUserTrackingMode::none);
+    map->setCameraPosition(PgmCameraPosition::cameraPosition({37, 127}, 8));
+    reportAt(seoul);
+    expectPlace(seoul);
+    map->flyToCamera(PgmCameraPosition::cameraPosition({36, 128}, 9, 30, 20), 1, {});
+    for (int frame = 0; frame < 5; ++frame) {
+        port.advance(0.1);
+        port.runFrame();
+        expectPlace(seoul);
+    }
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(map->mapView()->subviews().front(), view) << "below the ornaments";
+
+    map->setCameraPosition(PgmCameraPosition::cameraPosition({0, 179.9}, 8));
+    reportAt({0, -179.9});
+    EXPECT_NEAR(view->center().x, 400 + 0.2 / 360 * 512 * 256, 1e-6) << "across the date line";
+    for (const CLLocationCoordinate2D bad :
+         {CLLocationCoordinate2D{nan, 0}, CLLocationCoordinate2D{91, 0}, CLLocationCoordinate2D{0, 1e9}}) {
+        reportAt(bad);
+        EXPECT_EQ(icon->position(), (CLLocationCoordinate2D{0, -179.9}));
+    }
+}
+
+TEST_F(UserLocationTest, ATapSelectsItOnceAndLeavesNothingSelected) {
+    int taps = 0;
+    icon->setTouchEvent([&] { ++taps; });
+    map->setUserTrackingMode(PgmUserTrackingMode::follow);
+    reportAt(seoul);
+    const auto tapAt = [&](double x, double y) {
+        port.tap(*window, {x, y});
+        port.advance(1);
+    };
+    const auto log = logOf([&] { tapAt(405, 305); });
+    EXPECT_EQ(taps, 1);
+    EXPECT_THAT(log, testing::HasSubstr("] Tapped my location."));
+    EXPECT_THAT(log,
+                testing::HasSubstr("[PgmLocationAnnotationView:196] location annotation view is selected"));
+    EXPECT_EQ(map->mapView()->selectedAnnotation(), nullptr);
+    EXPECT_FALSE(view->isSelected());
+    tapAt(430, 300);
+    EXPECT_EQ(taps, 1) << "beside the dot";
+    port.tap(*window, {400, 300});
+    tapAt(400, 300);
+    EXPECT_EQ(taps, 1) << "a double tap zooms";
+    icon->setTouchEvent([&] {
+        map->removeFromSuperview();
+        map.reset();
+    });
+    tapAt(400, 300);
+    EXPECT_EQ(icon->mapview(), nullptr);
+    icon->setScale(3);
+    EXPECT_FALSE(icon->isVisible());
+}
+
+TEST_F(UserLocationTest, WithoutPermissionNothingIsShown) {
+    const auto log = logOf([&] {
+        map->setUserTrackingMode(PgmUserTrackingMode::follow);
+        port.reportLocationFailure("refused");
+        port.reportLocationFailure("refused");
+        EXPECT_TRUE(port.runUntilIdle());
+    });
+    EXPECT_EQ(log.find("refused"), log.rfind("refused")) << "one line";
+    EXPECT_NE(log.find("refused"), std::string::npos);
+    EXPECT_EQ(view->superview(), nullptr);
+}
+
+}  // namespace
+}  // namespace pelta
