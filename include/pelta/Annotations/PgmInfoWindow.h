@@ -54,7 +54,6 @@ class PgmInfoWindow : public PgmShape {
 
     /// Puts the window on a map, or takes it away (null). The picture made before is dropped.
     void setMapView(const std::shared_ptr<PgmMapView>& mapView) override;
-    using PgmShape::mapView;
 
     /// @name Place
     /// @{

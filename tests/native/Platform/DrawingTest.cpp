@@ -269,6 +269,11 @@ TEST_F(DrawingTest, ASnapshotShowsTheTree) {
     add(make<UIView>(CGRect{{50, 0}, {30, 2}}), blue)->setTransform(CGAffineTransform::rotation(M_PI / 2));
     add(make<UIView>(CGRect{{80, 0}, {10, 10}}), blue)->setIsHidden(true);
     add(make<Drawing>(CGRect{{0, 30}, {10, 10}}), UIColor::clear());
+    const auto group = add(make<UIView>(CGRect{{80, 15}, {10, 10}}), blue);
+    group->setAlpha(0.5);
+    group->addSubview(make<UIView>(CGRect{{0, 0}, {20, 5}}));
+    group->subviews().front()->setBackgroundColor(green);
+    group->setClipsToBounds(true);
     const auto outer = add(make<UIView>(CGRect{{20, 30}, {10, 10}}), UIColor::clear());
     outer->addSubview(make<UIView>(CGRect{{5, 5}, {10, 10}}));
     outer->subviews().front()->setBackgroundColor(green);
@@ -297,6 +302,7 @@ TEST_F(DrawingTest, ASnapshotShowsTheTree) {
                           {"turned about its centre", 65, 12, bluePixel},
                           {"where it was before turning", 52, 1, redPixel},
                           {"hidden", 85, 5, redPixel},
+                          {"cut off at the bounds", 92, 17, redPixel},
                           {"drawn content", 9, 39, greenPixel},
                           {"cut-off drawn content", 11, 41, redPixel},
                           {"subview of a subview, beyond its edge", 34, 44, greenPixel},
@@ -306,6 +312,8 @@ TEST_F(DrawingTest, ASnapshotShowsTheTree) {
         EXPECT_EQ(pixelAt(image, c.x, c.y), c.expected) << c.name;
     }
     EXPECT_NEAR(pixelAt(image, 5, 5).blue, 128, 1);
+    EXPECT_NEAR(pixelAt(image, 85, 17).green, 128, 1);
+    EXPECT_EQ(pixelAt(image, 85, 17).blue, 0) << "a group fades as a whole";
     EXPECT_FALSE(make<UIView>(CGRect{})->snapshot());
 }
 
