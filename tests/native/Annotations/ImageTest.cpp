@@ -36,40 +36,6 @@ TEST_F(ImageTest, NamesComeFromTheCallerOrFromACounter) {
     EXPECT_EQ(first->styleIconIdentifier(), std::nullopt);
 }
 
-TEST_F(ImageTest, NamedPicturesComeFromABundle) {
-    const OnePictureBundle bundle(picture());
-    const auto first = PgmImage::imageNamedInBundle("pin", &bundle);
-    const auto second = PgmImage::imageNamedInBundle("pin", &bundle);
-    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
-    EXPECT_TRUE(std::regex_match(first->reuseIdentifier(), uuid)) << first->reuseIdentifier();
-    EXPECT_NE(first->reuseIdentifier(), second->reuseIdentifier());
-    EXPECT_TRUE(first->image().isIdenticalTo(bundle.image));
-    EXPECT_EQ(PgmImage::imageNamedInBundle("pin", &bundle, "own")->reuseIdentifier(), "own");
-
-    const auto log = logOf([&] {
-        EXPECT_EQ(PgmImage::imageNamedInBundle("other", &bundle), nullptr);
-        EXPECT_EQ(PgmImage::imageNamed("no such picture"), nullptr);
-        EXPECT_EQ(PgmImage::imageNamedInBundle("no such picture", nullptr, "own"), nullptr);
-    });
-    EXPECT_EQ(log, "");
-}
-
-TEST_F(ImageTest, BuiltInImagesAreMadeOnce) {
-    const PgmImage::Ptr& (*const builtIn[])() = {
-        PgmImage::markerImageBlue,      PgmImage::markerImageGray,
-        PgmImage::markerImageGreen,     PgmImage::markerImageRed,
-        PgmImage::markerImageYellow,    PgmImage::locationIconNomal,
-        PgmImage::locationIconTracking, PgmImage::locationIconTrackingCompass};
-    std::map<std::string, PgmImage::Ptr> byName;
-    for (const auto& image : builtIn) {
-        EXPECT_EQ(image(), image());
-        EXPECT_GT(image()->image().size().width, 0);
-        byName[image()->reuseIdentifier()] = image();
-    }
-    EXPECT_EQ(byName.size(), std::size(builtIn));
-    EXPECT_FALSE(PgmImage::markerImageRed()->image().isIdenticalTo(PgmImage::markerImageBlue()->image()));
-}
-
 TEST_F(ImageTest, EveryWriteOfIsEnabledIsTold) {
     struct Counter : PgmImageDelegate {
         void annotationImageNeedsRedisplay(PgmImage& image) override { told.push_back(image.isEnabled()); }

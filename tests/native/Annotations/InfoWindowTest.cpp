@@ -63,39 +63,6 @@ int alphaAt(const UIImage& image, double x, double y) {
     return image.pixels()[(row * static_cast<std::size_t>(image.pixelWidth()) + column) * 4 + 3];
 }
 
-TEST_F(InfoWindowTest, DefaultsAndFixedLayerProperties) {
-    const auto info = PgmInfoWindow::create();
-    EXPECT_EQ(info->identifier(), "PgmInfoWindow_" + std::to_string(info->shapeIndex()));
-    EXPECT_EQ(info->globalZIndex(), 3000);
-    EXPECT_EQ(info->alpha(), 1);
-    EXPECT_EQ(info->offset(), CGPoint{});
-    EXPECT_EQ(info->mInfoWindowOffset(), CGPoint{});
-    EXPECT_FALSE(info->position() || info->marker() || info->iconImage() || info->imageDataSource());
-    EXPECT_FALSE(info->symbolLayer() || info->isForceShowIcon());
-    info->invalidate();
-    info->setAlpha(0.5);
-    EXPECT_TRUE(port.runUntilIdle());
-    EXPECT_EQ(info->iconImage(), nullptr) << "nothing is drawn for a window on no map";
-
-    info->setVisibleMaxZoom(15);
-    info->setMapView(map);
-    const auto& layer = *info->symbolLayer();
-    EXPECT_EQ(layer.predicate(), MLNPredicate::equal("identifier", info->identifier()));
-    EXPECT_EQ(layer.iconImageName()->attribute(), "iconImageName");
-    EXPECT_EQ(layer.iconOffset()->attribute(), "iconOffset");
-    EXPECT_EQ(layer.iconScale()->constant(), 1);
-    EXPECT_EQ(layer.iconOpacity()->constant(), 0.5);
-    EXPECT_EQ(layer.iconHaloColor()->constant(), UIColor::white().withAlpha(0.5));
-    EXPECT_EQ(layer.iconHaloWidth()->constant(), 1);
-    EXPECT_TRUE(layer.iconAllowsOverlap()->constant() && layer.iconIgnoresPlacement()->constant());
-    EXPECT_EQ(layer.iconAnchor()->constant(), "bottom");
-    EXPECT_EQ(layer.maximumZoomLevel(), 15.001F);
-    info->setAlpha(0.25);
-    info->setIsVisible(false);
-    EXPECT_EQ(layer.iconOpacity()->constant(), 0.25);
-    EXPECT_FALSE(layer.isVisible());
-}
-
 TEST_F(InfoWindowTest, TheBubbleFitsItsText) {
     // The pictures: 24 points in the middle, 22 on each side, 34 high.
     constexpr double height = 34 + 10;

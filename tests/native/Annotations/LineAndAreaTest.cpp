@@ -14,37 +14,6 @@ class LineAndAreaTest : public MapFixture {
 
 const Coordinates corners{{1, 2}, {3, 4}, {5, 6}};
 
-TEST_F(LineAndAreaTest, PolylineHasItsDefaultsAndForwards) {
-    const auto line = PgmPolyline::create(corners);
-    EXPECT_EQ(line->identifier(), "PgmPolyline_" + std::to_string(line->shapeIndex()));
-    EXPECT_EQ(line->globalZIndex(), -1000);
-    EXPECT_EQ(line->shapeImage(), nullptr);
-    EXPECT_EQ(line->pattern(), std::vector<double>{});
-
-    line->setMapView(map);
-    const auto& layer = *line->lineLayer();
-    EXPECT_EQ(layer.identifier(), line->identifier());
-    EXPECT_EQ(layer.predicate(), MLNPredicate::equal("identifier", line->identifier()));
-    EXPECT_EQ(layer.lineWidth()->constant(), 2.5);
-    EXPECT_EQ(layer.lineColor()->constant(), UIColor::black());
-    EXPECT_EQ(layer.lineCap()->constant(), "butt");
-    EXPECT_EQ(layer.lineJoin()->constant(), "miter");
-    EXPECT_TRUE(layer.lineDashPattern()->constant().empty());
-
-    line->setWidth(4);
-    line->setColor(UIColor::white());
-    line->setCapType(PgmLineCap::round);
-    line->setJoinType(PgmLineJoin::bevel);
-    line->setPattern({2, 1});
-    EXPECT_EQ(layer.lineWidth()->constant(), 4);
-    EXPECT_EQ(layer.lineColor()->constant(), UIColor::white());
-    EXPECT_EQ(layer.lineCap()->constant(), "round");
-    EXPECT_EQ(layer.lineJoin()->constant(), "bevel");
-    EXPECT_EQ(layer.lineDashPattern()->constant(), (std::vector<double>{2, 1}));
-    line->setPattern({});
-    EXPECT_TRUE(layer.lineDashPattern()->constant().empty());
-}
-
 TEST_F(LineAndAreaTest, PolylineFeatureFollowsItsCoordinates) {
     const auto line = PgmPolyline::create(corners);
     line->setMapView(map);

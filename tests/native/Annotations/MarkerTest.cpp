@@ -16,62 +16,6 @@ class MarkerTest : public MapFixture {
     std::shared_ptr<PgmMapView> map = makeLoadedMap();
 };
 
-TEST_F(MarkerTest, HasItsDefaults) {
-    const auto marker = PgmMarker::create();
-    EXPECT_EQ(marker->identifier(), "PgmMarker_" + std::to_string(marker->shapeIndex()));
-    EXPECT_EQ(marker->globalZIndex(), 1000);
-    EXPECT_EQ(marker->zIndex(), 0);
-    EXPECT_EQ(marker->visibleMinZoom(), 1.0);
-    EXPECT_EQ(marker->visibleMaxZoom(), 20.0);
-    EXPECT_TRUE(marker->isVisible());
-    EXPECT_EQ(marker->tag(), 0U);
-    EXPECT_EQ(marker->iconImage(), PgmImage::markerImageRed());
-    EXPECT_EQ(marker->shapeImage(), marker->iconImage());
-    EXPECT_EQ(marker->iconScale(), 1.0);
-    EXPECT_EQ(marker->title(), "");
-    EXPECT_TRUE(marker->isAllowOverlapMarkers() && marker->isAllowOverlapTitle());
-    EXPECT_FALSE(marker->isAllowOverlapSymbols() || marker->isIconFlat() || marker->isTitleFlat());
-    EXPECT_FALSE(marker->isForceShowIcon());
-    EXPECT_EQ(marker->position(), CLLocationCoordinate2D{});
-    EXPECT_EQ(marker->alpha(), 1.0);
-    EXPECT_EQ(marker->titleColor(), UIColor::black());
-    EXPECT_EQ(marker->titleHaloColor(), UIColor::white());
-    EXPECT_EQ((std::array{marker->titleSize(), marker->titleMaxWidth(), marker->titleMargin()}),
-              (std::array{12., 0., 0.}));
-    EXPECT_EQ(marker->angle(), 0);
-    EXPECT_EQ(marker->anchor(), (CGPoint{0.5, 1}));
-    EXPECT_EQ(marker->mInfoWindowOffset(), CGVector{});
-    EXPECT_EQ(marker->symbolLayer(), nullptr);
-    EXPECT_TRUE(marker->userInfo().empty());
-    EXPECT_FALSE(marker->touchEvent());
-    EXPECT_FALSE(marker->isAttached());
-
-    const auto image = PgmImage::markerImageBlue();
-    const auto made = PgmMarker::markerWithPositionIconImage({1, 2}, image);
-    EXPECT_EQ(made->position(), (CLLocationCoordinate2D{1, 2}));
-    EXPECT_EQ(made->iconImage(), image);
-    EXPECT_EQ(PgmMarker::markerWithIconImage(nullptr)->iconImage(), PgmImage::markerImageRed());
-}
-
-TEST_F(MarkerTest, FirstDrawSetsTheFixedProperties) {
-    const auto marker = attached();
-    const auto& layer = *marker->symbolLayer();
-    EXPECT_THAT(marker->styleLayers(), testing::ElementsAre(marker->symbolLayer()));
-    EXPECT_EQ(layer.identifier(), marker->identifier());
-    EXPECT_EQ(layer.sourceIdentifier(), "pel-shapes");
-    EXPECT_EQ(layer.predicate(), MLNPredicate::equal("identifier", marker->identifier()));
-    EXPECT_EQ(layer.textFontNames()->constant(), std::vector<std::string>{"NotoSansRegular"});
-    EXPECT_EQ(layer.textHaloWidth()->constant(), 2);
-    EXPECT_EQ(layer.textAnchor()->constant(), "top");
-    EXPECT_TRUE(layer.textOptional()->constant());
-    EXPECT_EQ(layer.iconHaloColor()->constant(), (UIColor{1, 1, 1, 0.5}));
-    EXPECT_EQ(layer.iconHaloWidth()->constant(), 1);
-    EXPECT_EQ(layer.iconAnchor()->constant(), "center");
-    EXPECT_TRUE(layer.iconAllowsOverlap()->constant() && layer.textAllowsOverlap()->constant());
-    EXPECT_EQ(layer.maximumTextWidth()->constant(), 0);
-    EXPECT_EQ(layer.iconImageName()->constant(), PgmImage::markerImageRed()->reuseIdentifier());
-}
-
 TEST_F(MarkerTest, EveryStyleSetterReachesTheLayerAtOnce) {
     struct Case {
         const char* name;

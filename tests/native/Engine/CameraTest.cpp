@@ -11,14 +11,6 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 
 class CameraTest : public EngineTest {};
 
-TEST_F(CameraTest, AltitudeIsHalfAViewSeenUnderFifteenDegrees) {
-    const double pi = std::acos(-1);
-    const double expected =
-        std::cos(pi / 3) * 2 * pi * 6378137 / (512 * 1024) * 300 / 2 / std::tan(pi / 12) * std::sin(pi / 4);
-    EXPECT_NEAR(MLNAltitudeForZoomLevel(10, 45, 60, {400, 300}), expected, 1e-9 * expected);
-    EXPECT_NEAR(MLNMetersPerPoint(60, 10), std::cos(pi / 3) * 2 * pi * 6378137 / (512 * 1024), 1e-9);
-}
-
 TEST_F(CameraTest, AltitudeAndZoomAreInversesAndFinite) {
     for (const double zoom : {-3.0, 0.0, 7.25, 22.0, 24.0}) {
         for (const double pitch : {0.0, 60.0, 89.9, 90.0, 120.0}) {
@@ -51,15 +43,6 @@ TEST_F(CameraTest, KeepsWhatIsNotFinite) {
     view->setCamera({{notANumber, 5}, notANumber, infinity, notANumber}, false);
     expectView(*view, {37, 5}, zoomBefore, 30, 40);
     EXPECT_EQ(view->contentInset(), UIEdgeInsets{});
-}
-
-TEST_F(CameraTest, MovesOneCoordinateAlone) {
-    const auto view = makeView();
-    view->setCamera(cameraAt(*view, {10, 20}, 5), false);
-    view->setLatitude(88);
-    expectView(*view, {85.05112878, 20}, 5);
-    view->setLongitude(190);
-    expectView(*view, {85.05112878, -170}, 5);
 }
 
 TEST_F(CameraTest, LimitsAreClampedAndTheMaximumWins) {

@@ -237,15 +237,5 @@ TEST_F(StyleTest, LayersHoldTheirPropertiesWithinRange) {
     EXPECT_THAT(line.lineDashPattern()->constant(), ElementsAre(4, 2));
 }
 
-TEST_F(StyleTest, AttributesReplaceOnesOfTheSameName) {
-    MLNAttributes attributes;
-    attributes.set("name", std::string("Seoul"));
-    attributes.set("rank", 1.0);
-    attributes.set("name", std::string("서울"));
-    EXPECT_EQ(std::get<std::string>(*attributes.find("name")), "서울");
-    EXPECT_EQ(attributes.entries().size(), 2U);
-    EXPECT_EQ(attributes.find("nam"), nullptr);
-}
-
 }  // namespace
 }  // namespace pelta

@@ -6,16 +6,6 @@
 namespace pelta {
 namespace {
 
-TEST(LatLngBoundsTest, CornersAndCentre) {
-    const auto bounds = PgmLatLngBounds::bounds({1, 2}, {3, 4});
-    EXPECT_EQ(bounds->southEast(), (CLLocationCoordinate2D{1, 4}));
-    EXPECT_EQ(bounds->northWest(), (CLLocationCoordinate2D{3, 4})) << "the north-east corner, on purpose";
-    EXPECT_EQ(bounds->center(), (CLLocationCoordinate2D{2, 3}));
-    bounds->setSouthWest({-1, -2});
-    bounds->setNorthEast({5, 6});
-    EXPECT_EQ(bounds->center(), (CLLocationCoordinate2D{2, 2}));
-}
-
 TEST(LatLngBoundsTest, ContainsWhatLiesInsideOrOnAnEdge) {
     struct Case {
         CLLocationCoordinate2D coordinate;

@@ -109,54 +109,6 @@ TEST_F(CameraUpdateTest, FittingShowsTheBoundsWithinThePadding) {
     EXPECT_EQ(update->updateParams()->bounds(), nullptr) << "only the view of a position is taken over";
 }
 
-TEST_F(CameraUpdateTest, EachAnimationRunsItsTimeAndThenItsCompletion) {
-    struct Case {
-        PgmCameraUpdateAnimation animation;
-        double halfway;  // zoom after half the time, from 5 to 9
-    };
-    // The Bézier curves' progress at half the time, from their definition.
-    const Case cases[] = {{PgmCameraUpdateAnimation::linear, 7},
-                          {PgmCameraUpdateAnimation::easeIn, 5 + 4 * 0.31536},
-                          {PgmCameraUpdateAnimation::easeOut, 5 + 4 * 0.68464}};
-    for (const auto& testCase : cases) {
-        SCOPED_TRACE(static_cast<unsigned>(testCase.animation));
-        map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 5));
-        int completions = 0;
-        const auto update = PgmCameraUpdate::cameraUpdateZoomTo(9);
-        update->setAnimation(testCase.animation);
-        update->setAnimationDuration(2);
-        port.runFrame();
-        map->moveCamera(update, [&] { ++completions; });
-        port.advance(1);
-        EXPECT_NEAR(map->cameraPosition()->zoom(), testCase.halfway, 0.15);
-        EXPECT_EQ(completions, 0);
-        port.advance(1.1);
-        expectCamera(*PgmCameraPosition::cameraPosition(seoul, 9));
-        EXPECT_EQ(completions, 1);
-    }
-}
-
-TEST_F(CameraUpdateTest, FlyingZoomsOutOnItsWay) {
-    map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12));
-    const auto busan = PgmCameraPosition::create({35.1796, 129.0756}, 12, 40, 10);
-    int completions = 0;
-    const auto update = PgmCameraUpdate::cameraUpdateWithPosition(*busan);
-    update->setAnimation(PgmCameraUpdateAnimation::fly);
-    update->setAnimationDuration(2);
-    map->moveCamera(update, [&] { ++completions; });
-    port.advance(1);
-    EXPECT_LT(map->cameraPosition()->zoom(), 11);
-    port.advance(1.1);
-    expectCamera(*busan);
-    EXPECT_EQ(completions, 1);
-
-    map->flyToCamera(nullptr, 1, [&] { ++completions; });
-    EXPECT_EQ(completions, 1);
-    map->flyToCamera(PgmCameraPosition::cameraPosition(seoul, 6), 0, [&] { ++completions; });
-    expectCamera(*PgmCameraPosition::cameraPosition(seoul, 6));
-    EXPECT_EQ(completions, 2);
-}
-
 TEST_F(CameraUpdateTest, OnlyAMoveWithoutCompletionEndsTracking) {
     const auto update = PgmCameraUpdate::cameraUpdateZoomTo(8);
     map->setUserTrackingMode(PgmUserTrackingMode::follow);

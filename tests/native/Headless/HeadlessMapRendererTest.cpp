@@ -101,38 +101,6 @@ class HeadlessMapRendererTest : public testing::Test {
     }();
 };
 
-TEST_F(HeadlessMapRendererTest, LoadsTheNewestDocumentOnTheMainQueue) {
-    renderer_->applyStyle({});
-    renderer_->applyStyle({});
-    EXPECT_EQ(host_.loadCount, 0);
-    EXPECT_FALSE(renderer_->isSettled());
-    port_.runUntilIdle();
-    EXPECT_EQ(host_.loadCount, 1);
-    EXPECT_EQ(host_.settleCount, 1);
-    EXPECT_TRUE(renderer_->isSettled());
-    renderer_->applyStyle({});
-    renderer_.reset();
-    port_.runUntilIdle();
-    EXPECT_EQ(host_.loadCount, 1);
-}
-
-TEST_F(HeadlessMapRendererTest, TakesPropertiesFromAttributes) {
-    auto large = point("large", beside(-100, 0));
-    large->attributes().set("size", std::int64_t{3});
-    large->attributes().set("shift", std::vector<double>{10, 0});
-    auto plain = point("plain", beside(100, 0));
-    plain->attributes().set("size", std::string("not a number"));
-    setFeatures({large, plain});
-    const auto layer = addIconLayer("icons", 20);
-    layer->setIconScale(MLNExpression<double>::expressionForKeyPath("size"));
-    layer->setIconOffset(MLNExpression<CGVector>::expressionForKeyPath("shift"));
-    commit();
-    EXPECT_THAT(namesBeside(-45, 25), ElementsAre("large"));
-    EXPECT_THAT(namesBeside(-105, 0), IsEmpty());
-    EXPECT_THAT(namesBeside(108, 8), ElementsAre("plain"));
-    EXPECT_THAT(namesBeside(112, 0), IsEmpty());
-}
-
 TEST_F(HeadlessMapRendererTest, DrawsIconsWhileTheirImageIsSet) {
     setFeatures({point("a")});
     addIconLayer("icons", 20);
@@ -144,21 +112,6 @@ TEST_F(HeadlessMapRendererTest, DrawsIconsWhileTheirImageIsSet) {
     style_->removeImageForName("square");
     commit();
     EXPECT_THAT(namesBeside(0, 0), IsEmpty());
-}
-
-TEST_F(HeadlessMapRendererTest, DrawsFromTheMinimumZoomUpToTheMaximum) {
-    setFeatures({point("a")});
-    const auto layer = addIconLayer("icons", 20);
-    struct Row {
-        float minimum, maximum;
-        bool isDrawn;
-    };
-    for (const Row& row : {Row{10, 11, true}, Row{9, 10, false}, Row{10, 10, false}, Row{11, 9, false}}) {
-        layer->setMinimumZoomLevel(row.minimum);
-        layer->setMaximumZoomLevel(row.maximum);
-        commit();
-        EXPECT_EQ(!namesBeside(0, 0).empty(), row.isDrawn) << row.minimum << " to " << row.maximum;
-    }
 }
 
 TEST_F(HeadlessMapRendererTest, MeasuresAndBreaksTexts) {

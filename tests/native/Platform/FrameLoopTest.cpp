@@ -84,13 +84,5 @@ TEST_F(FrameLoopTest, ParticipantsMayComeAndGoWithinAFrame) {
     EXPECT_DOUBLE_EQ(port_.now(), 0);
 }
 
-TEST_F(FrameLoopTest, EndlessRequestsAreNotIdle) {
-    const auto participant = addParticipant();
-    participant->onRender = [] { FrameLoop::request(); };
-    FrameLoop::request();
-    EXPECT_FALSE(port_.runUntilIdle(0.5));
-    EXPECT_DOUBLE_EQ(port_.now(), 0.5);
-}
-
 }  // namespace
 }  // namespace pelta

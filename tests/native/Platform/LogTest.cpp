@@ -31,15 +31,5 @@ TEST(LogDeathTest, ProgrammingErrorsPrintTheirMessageAndAbort) {
     EXPECT_DEATH(static_cast<void>(PlatformPort::current()), "No platform port is installed");
 }
 
-TEST(UUIDTest, IsOfVersionFourAndNeverTheSame) {
-    const std::regex form("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
-    std::set<std::string> seen;
-    for (int count = 0; count < 200; ++count) {
-        const std::string text = makeUUIDString();
-        EXPECT_TRUE(std::regex_match(text, form)) << text;
-        EXPECT_TRUE(seen.insert(text).second) << text;
-    }
-}
-
 }  // namespace
 }  // namespace pelta

@@ -38,15 +38,6 @@ TEST_F(MainQueueTest, RunsByDueTimeThenBySubmission) {
     EXPECT_EQ(events_.back(), "0.2");
 }
 
-TEST_F(MainQueueTest, TasksRunAtTheirDueTimeAlsoAfterManySmallSteps) {
-    double ranAt = 0;
-    MainQueue::asyncAfter(0.8, [this, &ranAt] { ranAt = port_.now(); });
-    for (int step = 0; step < 8; ++step) {
-        port_.advance(0.1);
-    }
-    EXPECT_NEAR(ranAt, 0.8, 1e-9);
-}
-
 TEST_F(MainQueueTest, TasksAddedForTheSameMomentWaitForTheNextTurn) {
     MainQueue::async([this] {
         events_.emplace_back("first");
@@ -102,20 +93,6 @@ TEST_F(MainQueueTest, ClearDropsTasksAndLetsWaitingThreadsGo) {
     }
     other.join();
     EXPECT_THAT(events_, ElementsAre());
-}
-
-TEST(SerialQueueTest, RunsOneWorkAtATimeAndReturnsItsResult) {
-    SerialQueue queue("counter");
-    int value = 0;
-    const auto countUp = [&] {
-        for (int step = 0; step < 10000; ++step) {
-            queue.sync([&value] { return ++value; });
-        }
-    };
-    std::thread other(countUp);
-    countUp();
-    other.join();
-    EXPECT_EQ(queue.sync([&value] { return value; }), 20000);
 }
 
 }  // namespace

@@ -39,21 +39,6 @@ TEST(TimingFunctionTest, FollowsItsCurve) {
     }
 }
 
-TEST(TimingFunctionTest, IsExactOnTheCurveAndNeverGoesBack) {
-    for (const auto& curve : {CAMediaTimingFunction::easeIn(), CAMediaTimingFunction::standard(),
-                              CAMediaTimingFunction(1, 0, 0, 1), CAMediaTimingFunction(0, 1, 1, 0),
-                              CAMediaTimingFunction(0.999, 0.001, 1, 1)}) {
-        const auto [x1, y1, x2, y2] = curve.controlPoints();
-        for (int step = 0; step <= 64; ++step) {
-            const double t = step / 64.0;
-            const double u = 1 - t;
-            const double x = 3 * u * u * t * x1 + 3 * u * t * t * x2 + t * t * t;
-            const double y = 3 * u * u * t * y1 + 3 * u * t * t * y2 + t * t * t;
-            EXPECT_NEAR(curve.progressAt(x), y, 2e-5) << x1 << " " << x2 << " at " << t;
-        }
-    }
-}
-
 CGPoint apply(const CGAffineTransform& t, CGPoint p) {
     return {t.a * p.x + t.c * p.y + t.tx, t.b * p.x + t.d * p.y + t.ty};
 }

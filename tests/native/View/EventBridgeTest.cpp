@@ -93,26 +93,6 @@ TEST_F(EventBridgeTest, ListenersAreHeldWeaklyAndNeedNotListen) {
     EXPECT_EQ(engineOf(map).zoomLevel(), 6);
 }
 
-TEST_F(EventBridgeTest, EventsAreLogged) {
-    using testing::HasSubstr;
-    std::shared_ptr<PgmMapView> map;
-    EXPECT_THAT(logOf([&] { map = makeLoadedMap(); }), HasSubstr("] didFinishLoading "));
-    const auto log = logOf([&] {
-        map->setZoomLevel(4);
-        map->setUserTrackingMode(PgmUserTrackingMode::follow);
-        port.reportLocation({.coordinate = {37.5, 127}});
-        const MLNUserLocation unknown;
-        engineOf(map).delegate()->didUpdateUserLocation(engineOf(map), unknown);
-    });
-    EXPECT_THAT(log, HasSubstr("] regionWillChangeWith reason 1 getChangeReason(reason) 0\n"));
-    EXPECT_THAT(log, HasSubstr("] regionIsChangingWith reason 1 getChangeReason(reason) 0\n"));
-    EXPECT_THAT(log, HasSubstr("] regionDidChangeWith reason 1 getChangeReason(reason) 0\n"));
-    EXPECT_THAT(log, HasSubstr("] mode 1\n"));
-    EXPECT_THAT(log, HasSubstr("] userLocation?.location = latitude 37.5, longitude 127,"));
-    EXPECT_THAT(log, HasSubstr("] userLocation?.location = nil\n"));
-    EXPECT_THAT(log, HasSubstr("📌 [PgmPrivateMapDelegate.cpp:"));
-}
-
 /// Releases the only reference to the view at the first event of a kind.
 struct Releaser : PgmMapDelegate {
     void regionWillChangeAnimated(PgmMapView& /*mapView*/, bool /*animated*/,

@@ -55,19 +55,6 @@ TEST_F(MapViewTest, StartsWithItsOwnDefaultsOfWhichTheEngineHearsNothing) {
     EXPECT_FALSE(engine.showsUserLocation());
 }
 
-TEST_F(MapViewTest, StartsFromAnArchivedView) {
-    const PgmViewSettings settings{{{10, 20}, {300, 200}}, true, 0.5, UIColor::black(), false, false};
-    const auto map = PgmMapView::createWithCoder(settings);
-    expectDefaults(*map);
-    EXPECT_EQ(map->frame(), settings.frame);
-    EXPECT_TRUE(map->isHidden());
-    EXPECT_EQ(map->alpha(), 0.5);
-    EXPECT_EQ(map->backgroundColor(), UIColor::black());
-    EXPECT_FALSE(map->isUserInteractionEnabled());
-    EXPECT_FALSE(map->translatesAutoresizingMaskIntoConstraints());
-    EXPECT_NE(map->mapView(), nullptr);
-}
-
 TEST_F(MapViewTest, EngineFillsTheViewAndShowsTheLibrarysOwnOrnaments) {
     const auto map = makeMap();
     const auto& engine = engineOf(map);
@@ -201,22 +188,6 @@ TEST_F(MapViewTest, OptionsAreAppliedExceptForTheLogo) {
     EXPECT_FALSE(map->isCompassVisible());
 }
 
-TEST_F(MapViewTest, OptionsHaveTheirDefaults) {
-    const auto options = PgmMapOptions::create();
-    EXPECT_EQ(options->camera(), nullptr);
-    EXPECT_TRUE(options->isScaleBarVisible() && options->isCompassVisible() && options->isLogoVisible());
-    EXPECT_FALSE(options->isZoomControlVisible() || options->isLocationButtonVisible());
-    EXPECT_EQ((std::array{options->minimumZoomLevel(), options->maximumZoomLevel(), options->minimumTilt(),
-                          options->maximumTilt()}),
-              (std::array{1., 20., 0., 60.}));
-    EXPECT_TRUE(options->isZoomGesturesEnabled() && options->isScrollGesturesEnabled() &&
-                options->isRotateGesturesEnabled() && options->isTiltGesturesEnabled());
-
-    const auto map = makeMap(options);
-    EXPECT_EQ(engineOf(map).centerCoordinate(), CLLocationCoordinate2D{});
-    EXPECT_TRUE(engineOf(map).showsScale());
-}
-
 TEST_F(MapViewTest, OptionsCameraComesBeforeTheirLimits) {
     struct ZoomRecorder : PgmMapDelegate {
         std::vector<double> zooms;
@@ -273,25 +244,6 @@ TEST_F(MapViewTest, BoundsOfContentAndConstraintComeFromTheEngine) {
     EXPECT_EQ(map->constraintBounds()->northEast(), area->northEast());
     map->setLatitude(60);
     EXPECT_LT(map->cameraPosition()->target().latitude, 39);
-}
-
-TEST(EnumerationTest, RawValuesOutsideTheirRangeAreNoValue) {
-    EXPECT_EQ(PgmUserTrackingModeFromRaw(3), PgmUserTrackingMode::followWithHeading);
-    EXPECT_EQ(PgmUserTrackingModeFromRaw(4), std::nullopt);
-    EXPECT_EQ(PgmPositionFromRaw(4), PgmPosition::centerRight);
-    EXPECT_EQ(PgmPositionFromRaw(5), std::nullopt);
-    EXPECT_EQ(PgmMapTypeFromRaw(0), PgmMapType::standard);
-    EXPECT_EQ(PgmMapTypeFromRaw(6), std::nullopt);
-    EXPECT_EQ(PgmMapTypeFromRaw(-1), std::nullopt);
-    EXPECT_EQ(PgmCameraUpdateAnimationFromRaw(4), PgmCameraUpdateAnimation::fly);
-    EXPECT_EQ(PgmCameraUpdateAnimationFromRaw(7), std::nullopt);
-    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(-3), PgmCameraUpdateReason::reserved);
-    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(1), std::nullopt);
-    EXPECT_EQ(PgmCameraUpdateReasonFromRaw(-4), std::nullopt);
-    EXPECT_EQ(PgmLineCapFromRaw(2), PgmLineCap::square);
-    EXPECT_EQ(PgmLineCapFromRaw(3), std::nullopt);
-    EXPECT_EQ(PgmLineJoinFromRaw(0), PgmLineJoin::bevel);
-    EXPECT_EQ(PgmLineJoinFromRaw(3), std::nullopt);
 }
 
 }  // namespace

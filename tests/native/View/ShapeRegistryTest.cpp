@@ -290,14 +290,5 @@ TEST_F(ShapeRegistryTest, AShapeAddedOnAnotherThreadIsDrawnOnTheMainThread) {
     EXPECT_EQ(map->shapesMap().count(shape->shapeIndex()), 1U);
 }
 
-TEST(AtomicUIntTest, CountsFromOne) {
-    AtomicUInt counter;
-    EXPECT_EQ(counter.incrementAndGet(), 1U);
-    EXPECT_EQ(counter.incrementAndGet(), 2U);
-    const auto before = PgmShapeIDHelper::atomicID().incrementAndGet();
-    (void)PgmImageIDHelper::atomicID().incrementAndGet();
-    EXPECT_EQ(PgmShape::create()->shapeIndex(), before + 1) << "images are counted by themselves";
-}
-
 }  // namespace
 }  // namespace pelta
