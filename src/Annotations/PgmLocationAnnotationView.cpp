@@ -137,11 +137,11 @@ void PgmLocationAnnotationView::updateHeading() {
         return;
     }
     const double turn = (engine->direction() - heading) * radiansPerDegree;
-    // Upright within so little, also when the dot was turned before.
-    const bool isTurned = std::abs(turn) > smallestTurn;
-    CATransaction::withoutActions([&] {
-        dotImageView_->setTransform(isTurned ? CGAffineTransform::rotation(-turn) : CGAffineTransform{});
-    });
+    // So small a turn leaves the dot as it is: compasses tremble.
+    if (std::abs(turn) > smallestTurn) {
+        CATransaction::withoutActions(
+            [&] { dotImageView_->setTransform(CGAffineTransform::rotation(-turn)); });
+    }
 }
 
 void PgmLocationAnnotationView::updatePitch() {

@@ -141,7 +141,7 @@ TEST_F(UserLocationTest, TheDotPointsWhereTheDevicePoints) {
     for (const Case& each :
          {Case{"magnetic", 90, -1, 0, 90}, Case{"true before magnetic", 90, 100, 0, 100},
           Case{"against the map's direction", 90, -1, 30, 60}, Case{"unknown", -1, -1, 30, 60},
-          Case{"no numbers", nan, nan, 30, 60}, Case{"too small a turn", 30.5, -1, 30, 0},
+          Case{"no numbers", nan, nan, 30, 60}, Case{"too small a turn", 30.5, -1, 30, 60},
           Case{"back", 40, -1, 40.6, -0.6}, Case{"the map turns too", 90, -1, 350, 100}}) {
         SCOPED_TRACE(each.name);
         map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12, 0, each.direction));
