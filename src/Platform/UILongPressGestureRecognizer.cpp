@@ -9,6 +9,7 @@ namespace pelta {
 namespace {
 
 constexpr double pressSlack = 10;  // Points a finger may move before the press is recognised.
+constexpr double lateGrace = 0.1;  // Seconds in which what came after a late touch is heard, too.
 
 }  // namespace
 
@@ -45,7 +46,10 @@ void UILongPressGestureRecognizer::fingerDidPress(const UITouch& touch) {
     }
     start_ = touch.location;
     const double elapsed = std::max(PlatformPort::current().now() - touch.timestamp, 0.0);
-    afterDelay(duration_ - elapsed, [this] { transitionTo(UIGestureRecognizerState::began); });
+    // A touch is told late when the thread was busy; whether it has moved meanwhile is told after it.
+    const double least = elapsed > 0 ? std::min(duration_, lateGrace) : 0;
+    afterDelay(std::max(duration_ - elapsed, least),
+               [this] { transitionTo(UIGestureRecognizerState::began); });
 }
 
 }  // namespace pelta
