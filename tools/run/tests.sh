@@ -52,16 +52,19 @@ bench_native() {
     say "==> Measuring overlays on the headless port"
     in_root build/release/bench/pelta_bench
     in_root build/release/bench/pelta_cluster_bench
+    in_root build/release/bench/pelta_cluster_manager_bench
     in_root build/release/bench/pelta_grid_bench
     in_root build/release/bench/pelta_convert_bench
 }
 
-# The page of the benchmark is left out of the everyday build.
+# The pages of the benchmarks are left out of the everyday build.
 bench_browser() {
     need_packages "${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}"
     need_node_modules
-    step "Configuring build/web with the page of the benchmark" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
+    step "Configuring build/web with the pages of the benchmarks" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
     build web
     say "==> Measuring markers in the browser"
     in_root node bench/browser/run.mjs --site build/web/bench-site
+    say "==> Measuring clusters in the browser"
+    in_root node bench/browser/clusters.mjs --site build/web/bench-clusters
 }
