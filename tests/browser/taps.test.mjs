@@ -1,0 +1,194 @@
+// Taps on the real engine, and the controls over the map.
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { openStudio } from './support/page.mjs';
+import { isNear } from './support/picture.mjs';
+
+let studio;
+before(async () => (studio = await openStudio()));
+after(() => studio.close());
+
+const assertNear = (actual, wanted, tolerance, what) =>
+    assert.ok(Math.abs(actual - wanted) <= tolerance, `${what}: ${actual} instead of ${wanted}`);
+
+/** A map that writes down what its application hears of taps. */
+async function openListening(settings) {
+    const stage = await studio.open(settings);
+    const map = await stage.openMap();
+    await stage.run('listenToTaps', map);
+    return stage;
+}
+
+/** What has been heard once a double tap cannot come any more. */
+async function heard(stage) {
+    await stage.page.waitForTimeout(600);
+    return stage.run('takeTaps');
+}
+
+const place = (stage, label) => stage.page.locator(`[aria-label="${label}"]`).boundingBox();
+
+async function click(stage, label) {
+    const box = await place(stage, label);
+    await stage.page.mouse.click(box.x + box.width / 2, box.y + box.height / 2);
+}
+
+/** Does something and waits until the map rests at a zoom. */
+async function untilZoom(stage, zoom, work) {
+    await work();
+    await stage.page.waitForFunction((wanted) => Math.abs(globalThis.pelta.camera(0).zoom - wanted) < 1e-6, zoom);
+}
+
+test('clicks and touches are told apart', async () => {
+    const stage = await openListening({ hasTouch: true });
+    const { mouse, touchscreen } = stage.page;
+    await mouse.click(100, 100);
+    assert.equal(await heard(stage), 'tap');
+    await touchscreen.tap(100, 100);
+    assert.equal(await heard(stage), 'tap');
+    await untilZoom(stage, 11, () => mouse.dblclick(300, 100));
+    assert.equal(await heard(stage), '', 'a double click is no tap');
+    await untilZoom(stage, 12, async () => {
+        await touchscreen.tap(200, 150);
+        await touchscreen.tap(200, 150);
+    });
+    assert.equal(await heard(stage), '', 'a double tap is no tap');
+    await mouse.move(150, 150);
+    await mouse.down();
+    await stage.page.waitForTimeout(900);
+    assert.equal(await stage.run('takeTaps'), 'long', 'while the button is down');
+    await mouse.up();
+    assert.equal(await heard(stage), '', 'once');
+    await mouse.down();
+    await mouse.move(190, 150, { steps: 4 });
+    await mouse.up();
+    assert.equal(await heard(stage), '', 'a drag is no tap');
+    assert.deepEqual(stage.errors, []);
+});
+
+test('a tap of two fingers zooms out', async () => {
+    const stage = await openListening({ hasTouch: true });
+    const session = await stage.page.context().newCDPSession(stage.page);
+    const touchPoints = [{ x: 150, y: 150, id: 0 }, { x: 250, y: 150, id: 1 }];
+    await untilZoom(stage, 9, async () => {
+        await session.send('Input.dispatchTouchEvent', { type: 'touchStart', touchPoints });
+        await session.send('Input.dispatchTouchEvent', { type: 'touchEnd', touchPoints: [] });
+    });
+    assert.equal(await heard(stage), '');
+});
+
+test('the topmost shape is asked, and when it declines the map is told', async () => {
+    const stage = await openListening();
+    const circle = (fill) => ['addCircle', { at: [0, 0], radius: 3000, fill }];
+    const results = await stage.act([
+        circle([0, 0, 255]),
+        circle([255, 0, 0]),
+        ['addPolyline', { through: [[0.05, -0.1], [0.05, 0.1]], width: 2 }],
+    ]);
+    const [lower, upper, line] = results;
+    await stage.run('makeTouchable', lower, 'lower', true);
+    await stage.run('makeTouchable', upper, 'upper', false);
+    await stage.run('makeTouchable', line, 'line', true);
+    const { page } = stage;
+    await page.mouse.click(200, 150);
+    assert.equal(await heard(stage), 'upper tap');
+    await stage.act([['setZIndex', lower, 1]]);
+    await page.mouse.click(200, 150);
+    assert.equal(await heard(stage), 'lower');
+    await stage.act([['setVisible', lower, false]]);
+    await page.mouse.click(200, 150);
+    assert.equal(await heard(stage), 'upper tap');
+    const { y } = await stage.point(0.05, 0);
+    await page.mouse.click(230, y - 21);
+    assert.equal(await heard(stage), 'line', 'within 22 points of a thin line');
+    await page.mouse.click(230, y - 26);
+    assert.equal(await heard(stage), 'tap');
+    assert.deepEqual(stage.errors, []);
+});
+
+test('zoom buttons act by mouse and by keyboard, and take no taps from the map', async () => {
+    const stage = await openListening();
+    await stage.run('showControls', 0);
+    await stage.page.waitForSelector('[aria-label="Zoom in"]', { state: 'visible' });
+    await untilZoom(stage, 11, () => click(stage, 'Zoom in'));
+    await untilZoom(stage, 10, () => click(stage, 'Zoom out'));
+    for (const [label, key, zoom] of [['Zoom in', 'Enter', 11], ['Zoom out', ' ', 10]]) {
+        const button = stage.page.locator(`[aria-label="${label}"]`);
+        assert.equal(await button.getAttribute('role'), 'button');
+        assert.equal(await button.getAttribute('tabindex'), '0');
+        await button.focus();
+        await untilZoom(stage, zoom, () => stage.page.keyboard.press(key));
+    }
+    assert.equal(await heard(stage), '');
+    assert.deepEqual(stage.errors, []);
+});
+
+test('the location button leads back to the user', async () => {
+    const stage = await openListening({
+        geolocation: { latitude: 0.02, longitude: 0.03 },
+        permissions: ['geolocation'],
+    });
+    await stage.run('showControls', 0);
+    await stage.run('followUser', 0);
+    const isAtUser = () => {
+        const { latitude, longitude } = globalThis.pelta.camera(0);
+        return Math.abs(latitude - 0.02) < 1e-6 && Math.abs(longitude - 0.03) < 1e-6;
+    };
+    await stage.page.waitForFunction(isAtUser);
+    await stage.page.mouse.move(200, 100);
+    await stage.page.mouse.down();
+    await stage.page.mouse.move(260, 160, { steps: 8 });
+    await stage.page.mouse.up();
+    await stage.page.waitForFunction((text) => !eval(`(${text})()`), isAtUser.toString());
+    await click(stage, 'My location');
+    await stage.page.waitForFunction(isAtUser);
+    assert.deepEqual(stage.errors, []);
+});
+
+test('ornaments keep their corners, and are crisp', async () => {
+    for (const scale of [1, 2]) {
+        const stage = await studio.open({ scale });
+        await stage.openMap();
+        await stage.run('showControls', 0);
+        const corners = [
+            // frame, inset, top of the zoom control, edges that the corner ornaments keep [right, bottom]
+            { size: [400, 300], inset: 0, zoomTop: 109.5, right: 400, bottom: 300 },
+            { size: [360, 261], inset: 0, zoomTop: 90, right: 360, bottom: 261 },
+            { size: [360, 261], inset: 20, zoomTop: 70, right: 340, bottom: 241 },
+        ];
+        for (const { size, inset, zoomTop, right, bottom } of corners) {
+            const turn = 20 + inset / 10 + size[0] / 100;
+            await stage.act([
+                ['setFrame', 0, 0, 0, ...size],
+                ['setInset', 0, inset, inset, inset, inset],
+                ['look', 0, 0, 0, 10, 0, turn],
+            ]);
+            const plus = await place(stage, 'Zoom in');
+            const minus = await place(stage, 'Zoom out');
+            const location = await place(stage, 'My location');
+            const zoomX = right - 48;
+            const onPixel = (value) => Math.round(value * scale) / scale;
+            assert.deepEqual(plus, { x: zoomX, y: onPixel(zoomTop), width: 40, height: 40 });
+            assert.deepEqual(minus, { x: zoomX, y: onPixel(zoomTop) + 41, width: 40, height: 40 });
+            assert.deepEqual(location, { x: zoomX, y: bottom - 48, width: 40, height: 40 });
+            const compass = await place(stage, 'Compass, turns the map to north');
+            assertNear(compass.x + compass.width / 2, right - 28, 0.01, 'compass');
+            assertNear(compass.y + compass.height / 2, inset + 28, 0.01, 'compass');
+        }
+        const picture = await stage.picture(`ornaments-${scale}x`);
+        const minus = await place(stage, 'Zoom out');
+        const dark = picture.find([38, 49, 61], [minus.x, minus.y, minus.x + 40, minus.y + 40], 8);
+        assert.deepEqual([dark.top - minus.y, dark.bottom - minus.y], [18, 20], 'two points high, edges on pixels');
+        assert.ok(isNear(picture.at(minus.x + 5, minus.y + 20), [255, 255, 255]), 'the card is opaque');
+
+        await stage.run('setZoomOutEnabled', 0, false);
+        const plus = await place(stage, 'Zoom in');
+        await stage.page.mouse.move(plus.x + 20, plus.y + 20);
+        await stage.page.mouse.down();
+        await stage.page.waitForTimeout(100);
+        const pressed = await stage.picture(`ornaments-pressed-${scale}x`);
+        assert.ok(isNear(pressed.at(plus.x + 6, plus.y + 20), [230, 234, 239], 4), 'pressed');
+        assert.ok(isNear(pressed.at(minus.x + 20, minus.y + 19), [195, 202, 211], 4), 'disabled');
+        await stage.page.mouse.up();
+        assert.deepEqual(stage.errors, []);
+    }
+});
