@@ -59,6 +59,7 @@ class PgmLocationIcon {
 
     /// What a tap on the dot calls; empty at first.
     [[nodiscard]] const std::function<void()>& touchEvent() const noexcept { return touchEvent_; }
+    /// Sets what a tap on the dot calls, in place of what was set before.
     void setTouchEvent(std::function<void()> event) { touchEvent_ = std::move(event); }
 
     /// @name The user

@@ -118,7 +118,7 @@ val CanvasContext::stretched(const UIImage& image, CGSize size) const {
     constexpr double maximumSide = 16384;
     const double width = std::clamp(std::ceil(size.width * scale_ - 1e-6), 1.0, maximumSide);
     const double height = std::clamp(std::ceil(size.height * scale_ - 1e-6), 1.0, maximumSide);
-    const val sheet = makeCanvas(static_cast<int>(width), static_cast<int>(height));
+    val sheet = makeCanvas(static_cast<int>(width), static_cast<int>(height));
     val context = context2d(sheet);
     context.call<void>("scale", scale_, scale_);
     context.set("imageSmoothingQuality", std::string("high"));

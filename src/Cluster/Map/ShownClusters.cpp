@@ -75,6 +75,7 @@ void ShownClusters::replace(Clusters clusters, bool force, const Stage& stage) {
     auto missing = next.within(stage.bounds);
     std::erase_if(missing, [&](std::uint32_t number) { return isShown[number]; });
     std::vector<CLLocationCoordinate2D> positions;
+    positions.reserve(missing.size());
     for (const std::uint32_t number : missing) {
         positions.push_back(next.clusters()[number]->position());
     }
