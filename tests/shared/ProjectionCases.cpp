@@ -58,22 +58,6 @@ void foreshortensWithTilt(SharedScene& scene) {
     }
 }
 
-void movesWithInsetOnly(SharedScene& scene) {
-    scene.look({37.5, 127}, 9, 50, 200);
-    const std::initializer_list<CLLocationCoordinate2D> coordinates{
-        {37.5, 127}, {37.6, 127.2}, {37.2, 126.9}};
-    std::vector<CGPoint> before;
-    for (const auto coordinate : coordinates) {
-        before.push_back(project(scene, coordinate));
-    }
-    scene.map()->setContentInset({60, 0, 10, 80});
-    auto point = before.begin();
-    for (const auto coordinate : coordinates) {
-        scene.expectNear(project(scene, coordinate), {point->x - 40, point->y + 25}, 1e-6, "under the inset");
-        ++point;
-    }
-}
-
 void invertsItself(SharedScene& scene) {
     struct Row {
         CLLocationCoordinate2D target;
@@ -128,7 +112,6 @@ std::vector<SharedCase> projectionCases() {
     return {{"projection_is_mercator", {projectsMercator}},
             {"projection_turns_with_bearing", {turnsWithBearing}},
             {"projection_foreshortens_with_tilt", {foreshortensWithTilt}},
-            {"projection_moves_with_inset_only", {movesWithInsetOnly}},
             {"projection_inverts_itself", {invertsItself}},
             {"projection_bounds_rectangles", {boundsRectangles}},
             {"projection_stays_finite", {staysFinite}}};

@@ -18,10 +18,9 @@ std::string_view nameOf(PgmCameraUpdateReason reason) {
             return "gesture";
         case PgmCameraUpdateReason::control:
             return "control";
-        case PgmCameraUpdateReason::reserved:
+        default:
             return "reserved";
     }
-    return "unknown";
 }
 
 std::string eventText(std::string_view kind, bool animated, PgmCameraUpdateReason reason) {

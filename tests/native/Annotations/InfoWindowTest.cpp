@@ -11,21 +11,18 @@ constexpr CLLocationCoordinate2D seoul{37.5665, 126.978};
 
 struct TextSource : PgmImageTextDataSource {
     explicit TextSource(std::optional<std::string> text) : text(std::move(text)) {}
-    std::optional<std::string> title(PgmShape& with) override {
+    std::optional<std::string> title(PgmShape& /*with*/) override {
         ++calls;
-        asked = with.identifier();
         return text;
     }
     std::optional<std::string> text;
-    std::string asked;
     int calls = 0;
 };
 
 struct ViewSource : PgmImageViewDataSource {
     explicit ViewSource(std::shared_ptr<UIView> shown) : shown(std::move(shown)) {}
     std::shared_ptr<UIView> view(PgmShape& /*with*/) override {
-        const auto work = std::exchange(atNextCall, nullptr);
-        if (work) {
+        if (const auto work = std::exchange(atNextCall, nullptr)) {
             work();
         }
         return shown;
@@ -45,8 +42,8 @@ class InfoWindowTest : public MapFixture {
         return info;
     }
 
-    static const MLNPointFeature& pointOf(const PgmInfoWindow& info) {
-        return static_cast<const MLNPointFeature&>(*info.feature());
+    static CLLocationCoordinate2D placeOf(const PgmInfoWindow& info) {
+        return static_cast<const MLNPointFeature&>(*info.feature()).coordinate();
     }
 
     static CGVector offsetOf(const PgmInfoWindow& info) {
@@ -79,10 +76,6 @@ TEST_F(InfoWindowTest, TheBubbleFitsItsText) {
             EXPECT_NEAR(image.size().width, std::max(label + 30, smallest), 1 / scale);
             EXPECT_EQ(image.size().height, height);
             EXPECT_EQ(image.scale(), scale);
-            EXPECT_EQ(source->calls, text.empty() ? 0 : source->calls);
-            EXPECT_EQ(
-                map->mapView()->style()->imageForName(info->iconImage()->reuseIdentifier())->pixels().data(),
-                image.pixels().data());
             // One body with the tip in the middle and nothing beside it; no seam where the pieces meet.
             const double middle = image.size().width / 2;
             for (double x = 6; x < image.size().width - 6; x += 0.5 / scale) {
@@ -99,7 +92,6 @@ TEST_F(InfoWindowTest, TheBubbleFitsItsText) {
 TEST_F(InfoWindowTest, WhatCannotBeDrawnLeavesThePictureAsItIs) {
     const auto text = std::make_shared<TextSource>("one");
     const auto info = open(text);
-    EXPECT_EQ(text->asked, info->identifier());
     const auto first = info->iconImage();
     const auto redraw = [&](const std::shared_ptr<PgmImageDataSource>& source) {
         info->setImageDataSource(source);
@@ -122,15 +114,12 @@ TEST_F(InfoWindowTest, WhatCannotBeDrawnLeavesThePictureAsItIs) {
     redraw(view);
     EXPECT_EQ(info->iconImage()->image().size(), (CGSize{33, 21}));
 
-    redraw(std::make_shared<TextSource>(std::string(10000, 'w')));
-    const auto longText = std::make_shared<TextSource>([] {
-        std::string title;
-        for (int i = 0; i < 10000; ++i) {
-            title += "힣";
-        }
-        return title;
-    }());
-    redraw(longText);
+    std::string longText;
+    for (int i = 0; i < 10000; ++i) {
+        longText += "힣";
+    }
+    const auto longSource = std::make_shared<TextSource>(longText);
+    redraw(longSource);
     const auto& cut = info->iconImage()->image();
     EXPECT_LE(cut.size().width, 2000);
     EXPECT_GT(cut.size().width, 1970) << "as much of the text as fits";
@@ -148,8 +137,7 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     info->setMarker(marker);
     EXPECT_TRUE(port.runUntilIdle());
     EXPECT_EQ(marker->infoWindow(), info);
-    EXPECT_EQ(pointOf(*info).coordinate(), seoul);
-    EXPECT_EQ(offsetOf(*info), marker->mInfoWindowOffset());
+    EXPECT_EQ(placeOf(*info), seoul);
     EXPECT_EQ(offsetOf(*info), (CGVector{0, -40}));
 
     info->setOffset({3, nan});
@@ -169,7 +157,7 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     EXPECT_EQ(other->infoWindow(), info) << "the marker holds it all the same";
     EXPECT_EQ(offsetOf(*info), (CGVector{3, 1}));
     info->setPosition(std::nullopt);
-    EXPECT_EQ(pointOf(*info).coordinate(), (CLLocationCoordinate2D{1, 2})) << "drawn where it was";
+    EXPECT_EQ(placeOf(*info), (CLLocationCoordinate2D{1, 2})) << "drawn where it was";
     EXPECT_NE(info->feature()->attribute("iconImageName"), nullptr);
 
     const auto second = PgmInfoWindow::create();
@@ -178,41 +166,6 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     info->setMarker(nullptr);
     EXPECT_EQ(marker->infoWindow(), second) << "a window lets go only of its own marker";
     EXPECT_EQ(info->position(), std::nullopt);
-}
-
-TEST_F(InfoWindowTest, IsFoundWhereItIsDrawn) {
-    const auto marker = PgmMarker::markerWithPosition(seoul);
-    map->setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12));
-    marker->setMapView(map);
-    const auto info = PgmInfoWindow::create();
-    info->setMarker(marker);
-    info->setMapView(map);
-    EXPECT_TRUE(port.runUntilIdle());
-    const auto isFound = [&](double x, double y) {
-        const std::vector<std::string> layers{info->symbolLayer()->identifier()};
-        return !map->mapView()->visibleFeaturesInRect({{x, y}, {0.1, 0.1}}, layers).empty();
-    };
-    EXPECT_TRUE(isFound(400, 259.5)) << "the tip on the pin's upper edge";
-    EXPECT_FALSE(isFound(400, 260.5));
-    EXPECT_TRUE(isFound(352, 217));
-    EXPECT_FALSE(isFound(350, 230));
-    EXPECT_FALSE(isFound(400, 215));
-}
-
-TEST_F(InfoWindowTest, TakesPartInItsMarkersChanges) {
-    const auto marker = PgmMarker::markerWithPosition(seoul);
-    marker->setMapView(map);
-    const auto info = PgmInfoWindow::create();
-    info->setMarker(marker);
-    info->setMapView(map);
-    EXPECT_TRUE(port.runUntilIdle());
-    info->symbolLayer()->setIconScale(7);
-    marker->setTitle("changed");
-    EXPECT_EQ(info->symbolLayer()->iconScale()->constant(), 1);
-    info->symbolLayer()->setIconScale(7);
-    marker->setZIndex(5);
-    EXPECT_EQ(info->symbolLayer()->iconScale()->constant(), 1);
-    EXPECT_TRUE(map->needReorderShapes());
 }
 
 TEST_F(InfoWindowTest, IsDrawnForEachMapAndStyle) {

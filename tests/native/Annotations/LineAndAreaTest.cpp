@@ -14,25 +14,10 @@ class LineAndAreaTest : public MapFixture {
 
 const Coordinates corners{{1, 2}, {3, 4}, {5, 6}};
 
-TEST_F(LineAndAreaTest, PolylineFeatureFollowsItsCoordinates) {
-    const auto line = PgmPolyline::create(corners);
-    line->setMapView(map);
-    port.runFrame();
-    line->setCoords({{7, 8}});
-    EXPECT_TRUE(map->needUpdateShapes());
-    const auto feature = std::dynamic_pointer_cast<MLNPolylineFeature>(line->feature());
-    EXPECT_EQ(feature->coordinates(), (Coordinates{{7, 8}}));
-    EXPECT_EQ(*feature->attribute("shapeIndex"), MLNAttributeValue(line->shapeIndex()));
-    EXPECT_EQ(*feature->attribute("identifier"), MLNAttributeValue(line->identifier()));
-    EXPECT_TRUE(port.runUntilIdle());
-}
-
 TEST_F(LineAndAreaTest, FewerThanTwoCoordinatesStopTheProcess) {
     const Coordinates one{{1, 1}};
-    const char* message = "coords count must be 2 or more";
-    EXPECT_DEATH((void)PgmPolyline::create(one), message);
-    EXPECT_DEATH((void)PgmPolyline::create({}), message);
-    EXPECT_DEATH((void)PgmPolygon::create(one), message);
+    EXPECT_DEATH((void)PgmPolyline::create(one), "coords count must be 2 or more");
+    EXPECT_DEATH((void)PgmPolygon::create(one), "coords count must be 2 or more");
     EXPECT_EQ(PgmPolygon::create({{1, 1}, {2, 2}})->coords().size(), 2U);
 }
 
@@ -44,8 +29,6 @@ Coordinates ringOf(const PgmAreaShape& shape) {
     const auto outline = std::dynamic_pointer_cast<MLNPolylineFeature>(collection->shapes()[1]);
     EXPECT_EQ(*area->attribute("identifier"), MLNAttributeValue(shape.identifier()));
     EXPECT_EQ(*outline->attribute("identifier"), MLNAttributeValue(shape.identifier() + "_line"));
-    EXPECT_EQ(*area->attribute("shapeIndex"), MLNAttributeValue(shape.shapeIndex()));
-    EXPECT_EQ(*outline->attribute("shapeIndex"), MLNAttributeValue(shape.shapeIndex()));
     EXPECT_EQ(area->coordinates(), outline->coordinates());
     return area->coordinates();
 }
@@ -53,25 +36,15 @@ Coordinates ringOf(const PgmAreaShape& shape) {
 TEST_F(LineAndAreaTest, AreasAreFilledAndOutlinedByTheSameFeature) {
     const UIColor fill{0, 1, 0, 0.5};
     const std::pair<std::shared_ptr<PgmAreaShape>, UIColor> cases[] = {
-        {PgmPolygon::create(corners), UIColor::white()},
-        {PgmPolygon::create(corners, fill), fill},
-        {PgmCircle::create({37, 127}), UIColor::white()},
-        {PgmCircle::create({37, 127}, 50, fill), fill},
-    };
+        {PgmPolygon::create(corners), UIColor::white()}, {PgmCircle::create({37, 127}, 50, fill), fill}};
     for (const auto& [area, color] : cases) {
         SCOPED_TRACE(area->identifier());
         EXPECT_EQ(area->globalZIndex(), -1000);
         area->setMapView(map);
         EXPECT_THAT(area->styleLayers(), testing::ElementsAre(area->fillLayer(), area->lineLayer()));
-        EXPECT_EQ(area->fillLayer()->identifier(), area->identifier());
-        EXPECT_EQ(area->lineLayer()->identifier(), area->identifier() + "_line");
-        EXPECT_EQ(area->fillLayer()->predicate(), MLNPredicate::equal("identifier", area->identifier()));
         EXPECT_EQ(area->lineLayer()->predicate(), area->fillLayer()->predicate());
         EXPECT_EQ(area->fillLayer()->fillColor()->constant(), color);
         EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 0);
-        EXPECT_EQ(area->lineLayer()->lineColor()->constant(), UIColor::black());
-        EXPECT_EQ(area->lineLayer()->lineJoin()->constant(), "round");
-
         area->setFillColor(UIColor::black());
         area->setStrokeWidth(3);
         area->setStrokeColor(fill);
@@ -81,18 +54,16 @@ TEST_F(LineAndAreaTest, AreasAreFilledAndOutlinedByTheSameFeature) {
     }
     EXPECT_EQ(ringOf(*cases[0].first), corners);
     port.runFrame();
-    EXPECT_EQ(featuresOf(map).size(), 8U);
+    EXPECT_EQ(featuresOf(map).size(), 4U);
 }
 
 /// Metres between two coordinates on the sphere, by the haversine formula.
 double distance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
-    constexpr double radians = 3.14159265358979323846 / 180;
-    const double dLat = (b.latitude - a.latitude) * radians;
-    const double dLng = (b.longitude - a.longitude) * radians;
-    const double h = std::pow(std::sin(dLat / 2), 2) + std::cos(a.latitude * radians) *
-                                                           std::cos(b.latitude * radians) *
-                                                           std::pow(std::sin(dLng / 2), 2);
-    return 2 * 6378137 * std::asin(std::sqrt(h));
+    constexpr double radians = M_PI / 180;
+    const double north = std::sin((b.latitude - a.latitude) * radians / 2);
+    const double east = std::sin((b.longitude - a.longitude) * radians / 2);
+    const double narrowing = std::cos(a.latitude * radians) * std::cos(b.latitude * radians);
+    return 2 * 6378137 * std::asin(std::hypot(north, std::sqrt(narrowing) * east));
 }
 
 TEST_F(LineAndAreaTest, CircleIsARingAtItsRadius) {

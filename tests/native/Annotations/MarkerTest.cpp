@@ -1,5 +1,3 @@
-#include <functional>
-
 #include "View/MapFixture.h"
 
 namespace pelta {
@@ -15,60 +13,6 @@ class MarkerTest : public MapFixture {
 
     std::shared_ptr<PgmMapView> map = makeLoadedMap();
 };
-
-TEST_F(MarkerTest, EveryStyleSetterReachesTheLayerAtOnce) {
-    struct Case {
-        const char* name;
-        std::function<void(PgmMarker&)> set;
-        std::function<bool(const MLNSymbolStyleLayer&)> hasArrived;
-    };
-    const UIColor red{1, 0, 0, 0.5};
-    const auto green = PgmImage::markerImageGreen();
-    const std::vector<Case> cases{
-        {"icon", [&](auto& m) { m.setIconImage(green); },
-         [&](auto& l) { return l.iconImageName()->constant() == green->reuseIdentifier(); }},
-        {"no icon", [](auto& m) { m.setIconImage(nullptr); },
-         [](auto& l) {
-             return l.iconImageName()->constant() == PgmImage::markerImageRed()->reuseIdentifier();
-         }},
-        {"scale", [](auto& m) { m.setIconScale(2); }, [](auto& l) { return l.iconScale()->constant() == 2; }},
-        {"title", [](auto& m) { m.setTitle("서울"); },
-         [](auto& l) { return l.text()->constant() == "서울"; }},
-        {"title color", [&](auto& m) { m.setTitleColor(red); },
-         [&](auto& l) { return l.textColor()->constant() == red; }},
-        {"halo color", [&](auto& m) { m.setTitleHaloColor(red); },
-         [&](auto& l) { return l.textHaloColor()->constant() == red; }},
-        {"title size", [](auto& m) { m.setTitleSize(20); },
-         [](auto& l) { return l.textFontSize()->constant() == 20; }},
-        {"title width", [](auto& m) { m.setTitleMaxWidth(100); },
-         [](auto& l) { return l.maximumTextWidth()->constant() == 5; }},
-        {"markers overlap", [](auto& m) { m.setIsAllowOverlapMarkers(false); },
-         [](auto& l) { return !l.iconAllowsOverlap()->constant(); }},
-        {"symbols do not overrule", [](auto& m) { m.setIsAllowOverlapSymbols(true); },
-         [](auto& l) { return !l.iconAllowsOverlap()->constant(); }},
-        {"title overlap", [](auto& m) { m.setIsAllowOverlapTitle(false); },
-         [](auto& l) { return !l.textAllowsOverlap()->constant(); }},
-        {"flat icon", [](auto& m) { m.setIsIconFlat(true); },
-         [](auto& l) {
-             return l.iconPitchAlignment()->constant() == "map" &&
-                    l.iconRotationAlignment()->constant() == "map" &&
-                    l.textPitchAlignment()->constant() == "viewport";
-         }},
-        {"flat title", [](auto& m) { m.setIsTitleFlat(true); },
-         [](auto& l) { return l.textPitchAlignment()->constant() == "map"; }},
-        {"hidden", [](auto& m) { m.setIsVisible(false); }, [](auto& l) { return !l.isVisible(); }},
-    };
-    const auto marker = attached();
-    port.runFrame();
-    for (const auto& testCase : cases) {
-        SCOPED_TRACE(testCase.name);
-        testCase.set(*marker);
-        EXPECT_TRUE(testCase.hasArrived(*marker->symbolLayer()));
-        EXPECT_TRUE(map->needCheckShapeImage());
-        EXPECT_FALSE(map->needUpdateShapes() || map->needReorderShapes());
-        port.runFrame();
-    }
-}
 
 TEST_F(MarkerTest, AnUpdateThatChangesNothingLeavesTheLayerUnchanged) {
     const auto marker = attached();
@@ -99,23 +43,9 @@ TEST_F(MarkerTest, AlphaAngleAndAnchorWaitForAnotherChange) {
     EXPECT_NE(layer.iconOffset(), offset);
 }
 
-TEST_F(MarkerTest, PositionMovesTheFeature) {
-    const auto marker = PgmMarker::markerWithPosition({10, 20});
-    const auto feature = std::dynamic_pointer_cast<MLNPointFeature>(marker->feature());
-    EXPECT_EQ(feature->coordinate(), (CLLocationCoordinate2D{10, 20}));
-    EXPECT_EQ(*feature->attribute("shapeIndex"), MLNAttributeValue(marker->shapeIndex()));
-    EXPECT_EQ(*feature->attribute("identifier"), MLNAttributeValue(marker->identifier()));
-    marker->setMapView(map);
-    port.runFrame();
-    marker->setPosition({30, 40});
-    EXPECT_EQ(feature->coordinate(), (CLLocationCoordinate2D{30, 40}));
-    EXPECT_TRUE(map->needUpdateShapes());
-}
-
 TEST_F(MarkerTest, ResetOptionsGiveTheLooksOfANewMarker) {
     const auto marker = attached();
     const auto changed = PgmMarkerOptionsImpl::withMarker(marker);
-    EXPECT_EQ(changed->marker(), marker);
     changed->setPosition({1, 2});
     changed->setIconImage(PgmImage::markerImageGray());
     changed->setAnchor({0, 0});
@@ -138,8 +68,6 @@ TEST_F(MarkerTest, ResetOptionsGiveTheLooksOfANewMarker) {
     changed->setVisibleMinZoom(7);
     changed->setVisibleMaxZoom(8);
     EXPECT_EQ(marker->title(), "title");
-    EXPECT_EQ(marker->zIndex(), 6);
-    EXPECT_EQ(changed->identifier(), marker->identifier());
     marker->setIsAllowOverlapSymbols(true);
     marker->setTag(77);
     marker->setIsVisible(false);

@@ -59,33 +59,26 @@ class Listener final : public PgmClusterManagerDelegate {
     void willRenderCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>& cluster,
                            PgmMarkerOptions& options) override {
         rendered.push_back(std::to_string(cluster->count()) + " items");
-        act(options);
+        action(options);
     }
     void willRenderClusterItem(PgmClusterManager&, const Item& item, PgmMarkerOptions& options) override {
         rendered.emplace_back(item->position() == options.position() ? "item" : "item elsewhere");
-        act(options);
+        action(options);
     }
     bool didTapCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>& cluster,
                        PgmMarkerOptions& options) override {
         tapped.push_back(std::to_string(cluster->count()) + " items");
-        act(options);
+        action(options);
         return isHandling;
     }
     bool didTapClusterItem(PgmClusterManager&, const Item&, PgmMarkerOptions& options) override {
         tapped.emplace_back("item");
-        act(options);
+        action(options);
         return isHandling;
     }
 
-    void act(PgmMarkerOptions& options) const {
-        if (action) {
-            action(options);
-        }
-    }
-
-    std::vector<std::string> rendered;
-    std::vector<std::string> tapped;
-    std::function<void(PgmMarkerOptions&)> action;
+    std::vector<std::string> rendered, tapped;
+    std::function<void(PgmMarkerOptions&)> action = [](PgmMarkerOptions&) {};
     bool isHandling = true;
 };
 
@@ -119,19 +112,16 @@ class ClusterManagerTest : public MapFixture {
     /// Every cluster in view has one marker, at its place; nothing else within the view has.
     void expectMarkersOfWhatIsVisible() {
         const auto bounds = map->contentBounds();
-        std::vector<std::pair<double, double>> wanted;
-        for (const auto& cluster : manager->clusters()) {
-            if (bounds->contains(cluster->position())) {
-                wanted.emplace_back(cluster->position().latitude, cluster->position().longitude);
+        const auto visible = [&](const auto& list) {
+            std::vector<std::pair<double, double>> positions;
+            for (const auto& each : list) {
+                if (const auto at = each->position(); bounds->contains(at)) {
+                    positions.emplace_back(at.latitude, at.longitude);
+                }
             }
-        }
-        std::vector<std::pair<double, double>> seen;
-        for (const auto& marker : markers()) {
-            if (bounds->contains(marker->position())) {
-                seen.emplace_back(marker->position().latitude, marker->position().longitude);
-            }
-        }
-        EXPECT_THAT(seen, testing::UnorderedElementsAreArray(wanted));
+            return positions;
+        };
+        EXPECT_THAT(visible(markers()), testing::UnorderedElementsAreArray(visible(manager->clusters())));
     }
 
     std::shared_ptr<PgmMapView> map = makeLoadedMap();
@@ -168,8 +158,7 @@ TEST_F(ClusterManagerTest, AnotherRoundedZoomIsClusteredAnew) {
     struct Case {
         double zoom;
         bool immediately;
-        std::vector<float> atOnce;
-        std::vector<float> later;
+        std::vector<float> atOnce, later;
     };
     const std::vector<Case> cases{
         {10.1, true, {}, {}},   {10.4, true, {}, {}},    {10.6, true, {11}, {}}, {11.4, true, {}, {}},
@@ -386,18 +375,10 @@ TEST_F(ClusterManagerTest, PositionsBeyondTheWorldAreLeftOut) {
     const double nan = std::nan("");
     manager->setSync(true);
     algorithm->setMinClusteringCount(1);
-    for (const auto& [latitude, longitude] : std::vector<std::pair<double, double>>{{nan, 0},
-                                                                                    {0, nan},
-                                                                                    {nan, nan},
-                                                                                    {infinity, 0},
-                                                                                    {-infinity, infinity},
-                                                                                    {89, 0},
-                                                                                    {-89.9, 0},
-                                                                                    {91, 181},
-                                                                                    {-1000, -181},
-                                                                                    {0, 1e300},
-                                                                                    {85.06, 180},
-                                                                                    {0, -540.1}}) {
+    const std::vector<CLLocationCoordinate2D> odd{{nan, 0},         {0, nan},     {infinity, 0}, {89, 0},
+                                                  {-89.9, 0},       {91, 181},    {-1000, -181}, {0, 1e300},
+                                                  {-infinity, nan}, {85.06, 180}, {0, -540.1}};
+    for (const auto& [latitude, longitude] : odd) {
         manager->addItem(place(latitude, longitude));
     }
     for (const double zoom : {1.0, 5.0, 20.0}) {

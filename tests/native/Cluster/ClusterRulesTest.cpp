@@ -1,4 +1,3 @@
-#include <cmath>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +13,6 @@ namespace pelta {
 namespace {
 
 using Item = std::shared_ptr<PgmClusterItem>;
-using testing::ElementsAre;
 
 struct Place : PgmClusterItem {
     explicit Place(CLLocationCoordinate2D where) : at(where) {}
@@ -82,31 +80,6 @@ TEST(ClusterRulesTest, GroupsByNearestSeedLatestOnTies) {
         EXPECT_THAT(groups(algorithm, test.items, test.zoom), testing::ElementsAreArray(test.groups))
             << test.what;
     }
-}
-
-TEST(ClusterRulesTest, ClustersLieAtTheirSeedsAndSinglesAtTheirItems) {
-    const auto items = itemsAt({10, 11, 100});
-    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
-    EXPECT_EQ(algorithm.minClusteringCount(), 2U);
-    EXPECT_EQ(algorithm.maxDistanceBetweenItems(), 200U);
-    algorithm.add(items);
-    const auto clusters = algorithm.clustersAtZoom(2);
-    ASSERT_EQ(clusters.size(), 2U);
-    EXPECT_EQ(clusters[0]->position(), items[0]->position());
-    EXPECT_EQ(clusters[0]->count(), 2U);
-    EXPECT_EQ(clusters[1]->position(), items[2]->position());
-}
-
-TEST(ClusterRulesTest, RemovingAtASharedPositionTakesTheEarliestOutOfSearches) {
-    const auto items = itemsAt({10, 10, 10});
-    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
-    algorithm.add(items);
-    algorithm.remove(items[2]);
-    EXPECT_THAT(groups(algorithm, items, 5), ElementsAre(ElementsAre(1, 2)));
-    algorithm.add(nullptr);
-    algorithm.remove(nullptr);
-    algorithm.remove(itemsAt({50}));
-    EXPECT_THAT(groups(algorithm, items, 5), ElementsAre(ElementsAre(1, 2)));
 }
 
 TEST(ClusterRulesTest, HoldsItemsOnlyAsLongAsItMust) {

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include <pelta/Engine/MLNFillStyleLayer.h>
 
 #include "EngineFixture.h"
@@ -98,39 +96,6 @@ TEST_F(FramesTest, AGestureReportsAndRendersWithinItsMove) {
     view->setMaximumZoomLevel(5);
     EXPECT_EQ(record().host->constrain({{89, 200}, 9, 80, -10}),
               (CameraState{{85.05112878, -160}, 5, 60, 350}));
-}
-
-TEST_F(FramesTest, TheRendererOutlivesTheCallInWhichTheViewGoes) {
-    for (const std::string event : {"is 4", "frame", "did 4"}) {
-        auto gone = makeView();
-        log->listener = [&](MLNMapView&, const std::string& each) {
-            if (each == event) {
-                gone.reset();
-            }
-        };
-        auto& host = *record().host;
-        host.gestureWillBegin(MLNCameraChangeReason::gesturePan, false);
-        host.gestureDidMove(MLNCameraChangeReason::gesturePan);
-        if (gone) {
-            host.gestureDidEnd(MLNCameraChangeReason::gesturePan, false);
-        }
-        EXPECT_EQ(record().renderers, 2) << event;
-        port.advance(0.1);
-        EXPECT_EQ(record().renderers, 1) << event;
-    }
-}
-
-TEST_F(FramesTest, GestureFlagsReachTheRenderer) {
-    view->setZoomEnabled(false);
-    view->setScrollEnabled(false);
-    view->setRotateEnabled(false);
-    view->setPitchEnabled(false);
-    view->setDecelerationRate(0.99);
-    for (const double odd : {1.0, -0.1, std::nan("")}) {
-        view->setDecelerationRate(odd);
-    }
-    EXPECT_EQ(record().gestures, (GestureSettings{false, false, false, false, 0.99}));
-    EXPECT_EQ(view->gestures(), record().gestures);
 }
 
 }  // namespace

@@ -14,21 +14,18 @@ struct RendererRecord {
     std::vector<StyleDocument> documents;
     MLNStyleChanges changes;  ///< Of the last commit.
     CameraState camera;
-    GestureSettings gestures;
     bool isSettled = true;
-    int renderers = 0;  ///< That live.
 };
 
 /// A renderer that only writes down, for what a real one on the headless port never does: gestures, slow or
 /// broken styles.
 class RecordingRenderer final : public MapRenderer {
  public:
-    explicit RecordingRenderer(RendererRecord& record) : record_(record) { ++record_.renderers; }
-    ~RecordingRenderer() override { --record_.renderers; }
+    explicit RecordingRenderer(RendererRecord& record) : record_(record) {}
 
     void setSize(CGSize, double) override {}
     void setContentInset(UIEdgeInsets) override {}
-    void setGestures(const GestureSettings& settings) override { record_.gestures = settings; }
+    void setGestures(const GestureSettings&) override {}
     void setLimits(double, double, double, double) override {}
     void setCamera(const CameraState& camera) override { record_.camera = camera; }
     [[nodiscard]] CameraState camera() const override { return record_.camera; }

@@ -133,26 +133,6 @@ TEST_F(StyleLoadingTest, TheNewestRequestWins) {
     }
 }
 
-TEST_F(StyleLoadingTest, EachLoadedStyleTakesTheSameLayersAnew) {
-    const auto view = makeView("style.json");
-    const auto layer = std::make_shared<MLNFillStyleLayer>("mine", std::string("mine"));
-    log->listener = [&](MLNMapView& map, const std::string& event) {
-        if (event == "style test") {
-            map.style()->addLayer(layer);
-        }
-    };
-    EXPECT_TRUE(port.runUntilIdle());
-    EXPECT_EQ(layer->style(), view->style());
-    view->setStyleJSON(emptyStyle);
-    EXPECT_TRUE(port.runUntilIdle());
-    EXPECT_EQ(log->take(), "style test, style test");
-    EXPECT_EQ(view->style()->layerWithIdentifier("mine"), layer);
-    log->listener = nullptr;
-    view->setStyleJSON(emptyStyle);
-    EXPECT_TRUE(port.runUntilIdle());
-    EXPECT_EQ(layer->style(), nullptr);
-}
-
 TEST_F(StyleLoadingTest, TheViewMayGoInTheLoadedCallbackOrBeforeIt) {
     for (const std::string address : {"style.json", "missing.json"}) {
         auto view = makeView(address);

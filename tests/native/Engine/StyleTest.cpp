@@ -1,8 +1,4 @@
-#include <limits>
-
 #include <pelta/Engine/MLNFillStyleLayer.h>
-#include <pelta/Engine/MLNLineStyleLayer.h>
-#include <pelta/Engine/MLNSymbolStyleLayer.h>
 
 #include "EngineFixture.h"
 
@@ -10,7 +6,6 @@ namespace pelta {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class StyleTest : public testing::Test {
  protected:
@@ -27,14 +22,17 @@ class StyleTest : public testing::Test {
         return names;
     }
 
-    /// The changes as one text, such as "order -a +b[4] *source -image".
+    /// The changes as one text, such as "order -a b+ c[4] source s image i".
     std::string take() {
         std::string text;
-        style.takeChanges([&text](const MLNStyleChanges& changes) {
-            text = changes.isLayerOrderChanged ? "order" : "";
-            for (const auto& name : changes.removedLayers) {
-                text += " -" + name;
+        const auto list = [&text](const std::string& prefix, const auto& names) {
+            for (const auto& name : names) {
+                text += prefix + name;
             }
+        };
+        style.takeChanges([&](const MLNStyleChanges& changes) {
+            text = changes.isLayerOrderChanged ? "order" : "";
+            list(" -", changes.removedLayers);
             for (const auto& each : changes.changedLayers) {
                 const bool isNew = each->changes() == MLNStyleLayer::everythingChanged;
                 text +=
@@ -43,15 +41,9 @@ class StyleTest : public testing::Test {
             for (const auto& source : changes.changedSources) {
                 text += " source " + source->identifier();
             }
-            for (const auto& name : changes.removedSources) {
-                text += " -source " + name;
-            }
-            for (const auto& name : changes.changedImages) {
-                text += " image " + name;
-            }
-            for (const auto& name : changes.removedImages) {
-                text += " -image " + name;
-            }
+            list(" -source ", changes.removedSources);
+            list(" image ", changes.changedImages);
+            list(" -image ", changes.removedImages);
         });
         return text;
     }
@@ -59,21 +51,6 @@ class StyleTest : public testing::Test {
     int requests = 0;
     MLNStyle style{"test", [this] { ++requests; }};
 };
-
-TEST_F(StyleTest, KeepsLayersInOrder) {
-    const auto a = layer("a");
-    const auto b = layer("b");
-    const auto c = layer("c");
-    style.addLayer(a);
-    style.insertLayerBelow(b, *a);
-    style.insertLayerAbove(c, *b);
-    EXPECT_THAT(namesOf(style), ElementsAre("b", "c", "a"));
-    EXPECT_EQ(style.layerWithIdentifier("c"), c);
-    style.removeLayer(*c);
-    EXPECT_EQ(style.layerWithIdentifier("c"), nullptr);
-    EXPECT_EQ(c->style(), nullptr);
-    EXPECT_EQ(style.description(), "MLNStyle \"test\" with 2 layers");
-}
 
 TEST_F(StyleTest, RefusesWhatDoesNotBelong) {
     MLNStyle other("other", [] {});
@@ -172,69 +149,6 @@ TEST_F(StyleTest, ListsSourcesAndImages) {
     style.removeImageForName("y");
     EXPECT_EQ(style.imageForName("y"), nullptr);
     EXPECT_EQ(take(), " -source b -image y");
-}
-
-TEST_F(StyleTest, LayersMoveBetweenStyles) {
-    const auto a = layer("a");
-    style.addLayer(a);
-    static_cast<void>(take());
-    {
-        MLNStyle other("other", [] {});
-        a->setFillOpacity(0.5);
-        style.removeLayer(*a);
-        other.addLayer(a);
-        EXPECT_EQ(take(), "order -a");
-        bool isNew = false;
-        other.takeChanges([&](const auto& changes) {
-            isNew = changes.changedLayers.size() == 1 && a->changes() == MLNStyleLayer::everythingChanged;
-        });
-        EXPECT_TRUE(isNew);
-    }
-    EXPECT_EQ(a->style(), nullptr);
-    style.addLayer(a);
-    EXPECT_EQ(take(), "order a+");
-}
-
-TEST_F(StyleTest, RestackingManyLayersCostsTheNextFrameNothing) {
-    std::vector<LayerPtr> layers;
-    for (int i = 0; i < 10000; ++i) {
-        layers.push_back(layer("layer_" + std::to_string(i)));
-        style.addLayer(layers.back());
-    }
-    static_cast<void>(take());
-    for (const auto& each : layers) {
-        style.removeLayer(*each);
-    }
-    EXPECT_THAT(style.layers(), IsEmpty());
-    for (const auto& each : layers) {
-        style.addLayer(each);
-    }
-    EXPECT_EQ(take(), "");
-    EXPECT_EQ(style.layers().size(), 10000U);
-}
-
-TEST_F(StyleTest, LayersHoldTheirPropertiesWithinRange) {
-    const double notANumber = std::numeric_limits<double>::quiet_NaN();
-    MLNSymbolStyleLayer symbol("symbol", std::string("source"));
-    symbol.setMinimumZoomLevel(-1);
-    symbol.setMaximumZoomLevel(25);
-    symbol.setMaximumZoomLevel(std::numeric_limits<float>::quiet_NaN());
-    EXPECT_EQ(symbol.minimumZoomLevel(), 0);
-    EXPECT_EQ(symbol.maximumZoomLevel(), 24);
-    symbol.setIconScale(-2);
-    symbol.setIconScale(notANumber);
-    EXPECT_EQ(symbol.iconScale()->constant(), 0);
-    symbol.setIconRotation(-30);
-    symbol.setIconRotation(-std::numeric_limits<double>::infinity());
-    EXPECT_EQ(symbol.iconRotation()->constant(), -30);
-    symbol.setTextOffset(CGVector{1, notANumber});
-    EXPECT_EQ(symbol.textOffset(), std::nullopt);
-    symbol.setIconScale(MLNExpression<double>::expressionForKeyPath("size"));
-    EXPECT_EQ(symbol.iconScale()->attribute(), "size");
-    MLNLineStyleLayer line("line", std::string("source"));
-    line.setLineDashPattern(std::vector<double>{4, 2});
-    line.setLineDashPattern(std::vector<double>{4, -2});
-    EXPECT_THAT(line.lineDashPattern()->constant(), ElementsAre(4, 2));
 }
 
 }  // namespace

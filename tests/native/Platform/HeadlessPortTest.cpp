@@ -1,22 +1,15 @@
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 
-#include <pelta/Platform/Application.h>
-#include <pelta/Platform/Dispatch.h>
-#include <pelta/Platform/Log.h>
-#include <pelta/Platform/Make.h>
 #include <pelta/Platform/PlatformPort.h>
 #include <pelta/headless/HeadlessPort.h>
 
 namespace pelta {
 namespace {
 
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 FetchResult fetch(HeadlessPort& port, const std::string& address) {
@@ -61,62 +54,6 @@ TEST(HeadlessFetchTest, ReadsGivenDocumentsAndFiles) {
         EXPECT_THAT(result.message, HasSubstr(c.problem.empty() ? "" : "\"" + c.address + "\""));
     }
     std::filesystem::remove_all(folder);
-}
-
-struct Observer final : LocationObserver {
-    void locationDidUpdate(const CLLocation& location) override {
-        events.push_back("at " + std::to_string(std::lround(location.coordinate.latitude)));
-    }
-    void headingDidUpdate(const CLHeading& heading) override {
-        events.push_back("towards " + std::to_string(std::lround(heading.trueHeading)));
-    }
-    void locationDidFail(std::string_view reason) override {
-        events.push_back("failed: " + std::string(reason));
-    }
-    std::vector<std::string> events;
-};
-
-TEST(HeadlessLocationTest, ReportsReachEveryLivingObserverOnce) {
-    HeadlessPort port;
-    LocationSource& source = PlatformPort::current().locationSource();
-    const auto staying = std::make_shared<Observer>();
-    auto released = std::make_shared<Observer>();
-    port.reportLocation({{1, 2}});
-    EXPECT_FALSE(port.isLocationObserved());
-    source.addObserver(staying);
-    source.addObserver(staying);
-    source.addObserver(released);
-    source.addObserver({});
-    released.reset();
-    port.reportLocation({{37, 127}});
-    ::testing::internal::CaptureStdout();
-    setIsLoggerEnabled(true);
-    port.reportLocation({{std::nan(""), 127}});
-    setIsLoggerEnabled(false);
-    EXPECT_THAT(::testing::internal::GetCapturedStdout(), HasSubstr("without a valid coordinate"));
-    port.reportHeading({80, 90});
-    port.reportHeading({INFINITY, 90});
-    port.reportLocationFailure("refused");
-    EXPECT_TRUE(port.isLocationObserved());
-    source.removeObserver(*staying);
-    port.reportLocation({{5, 5}});
-    EXPECT_THAT(staying->events, ElementsAre("at 37", "towards 90", "failed: refused"));
-    EXPECT_FALSE(port.isLocationObserved());
-}
-
-TEST(HeadlessApplicationTest, LaunchesInAWindowAndRunsUntilIdle) {
-    std::weak_ptr<UIView> added;
-    bool hasRun = false;
-    const int exitCode = runApplication([&](UIWindow& window) {
-        EXPECT_EQ(window.bounds(), (CGRect{{0, 0}, {800, 600}}));
-        const auto view = make<UIView>(window.bounds());
-        window.addSubview(view);
-        added = view;
-        MainQueue::asyncAfter(0.2, [&] { hasRun = !added.expired(); });
-    });
-    EXPECT_EQ(exitCode, 0);
-    EXPECT_TRUE(hasRun);
-    EXPECT_TRUE(added.expired());
 }
 
 TEST(HeadlessPortDeathTest, OnlyOneCanBeThere) {

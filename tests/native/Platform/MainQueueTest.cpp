@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <pelta/Platform/Dispatch.h>
+#include <pelta/Platform/Frames.h>
 #include <pelta/headless/HeadlessPort.h>
 
 namespace pelta {
@@ -38,25 +39,20 @@ TEST_F(MainQueueTest, RunsByDueTimeThenBySubmission) {
     EXPECT_EQ(events_.back(), "0.2");
 }
 
-TEST_F(MainQueueTest, TasksAddedForTheSameMomentWaitForTheNextTurn) {
-    MainQueue::async([this] {
-        events_.emplace_back("first");
-        MainQueue::async(note("added"));
-    });
-    MainQueue::async(note("second"));
-    EXPECT_EQ(MainQueue::runDue(port_.now()), 2U);
-    EXPECT_THAT(events_, ElementsAre("first", "second"));
-    EXPECT_TRUE(MainQueue::hasDue(port_.now()));
-    EXPECT_EQ(MainQueue::runDue(port_.now()), 1U);
-    EXPECT_FALSE(MainQueue::nextDue());
-}
-
-TEST_F(MainQueueTest, AnEndlessChainOfTasksDoesNotStopTime) {
-    std::function<void()> again = [&again] { MainQueue::async(again); };
-    MainQueue::async(again);
-    EXPECT_FALSE(port_.runUntilIdle(0.1));
-    EXPECT_DOUBLE_EQ(port_.now(), 0.1);
-    MainQueue::clear();
+TEST_F(MainQueueTest, AFrameAdvancesThenRunsTasksThenRenders) {
+    struct Participant final : FrameParticipant {
+        explicit Participant(std::vector<std::string>& events) : events(events) {}
+        void advanceTo(double /*now*/) override { events.emplace_back("advance"); }
+        void renderFrame() override { events.emplace_back("render"); }
+        std::vector<std::string>& events;
+    };
+    const auto first = std::make_shared<Participant>(events_);
+    const auto second = std::make_shared<Participant>(events_);
+    FrameLoop::add(first);
+    FrameLoop::add(second);
+    MainQueue::async(note("task"));
+    port_.runFrame();
+    EXPECT_THAT(events_, ElementsAre("advance", "advance", "task", "render", "render"));
 }
 
 TEST_F(MainQueueTest, SyncRunsAtOnceOnTheMainThreadAndWaitsElsewhere) {
@@ -78,21 +74,6 @@ TEST_F(MainQueueTest, SyncRunsAtOnceOnTheMainThreadAndWaitsElsewhere) {
     }
     other.join();
     EXPECT_TRUE(ranOnMainThread);
-}
-
-TEST_F(MainQueueTest, ClearDropsTasksAndLetsWaitingThreadsGo) {
-    std::atomic<bool> hasReturned{false};
-    std::thread other([&] {
-        MainQueue::sync(note("never"));
-        hasReturned = true;
-    });
-    while (!hasReturned) {
-        if (MainQueue::nextDue()) {
-            MainQueue::clear();
-        }
-    }
-    other.join();
-    EXPECT_THAT(events_, ElementsAre());
 }
 
 }  // namespace

@@ -1,11 +1,9 @@
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <vector>
 
 #include <pelta/Platform/Bundle.h>
-#include <pelta/Platform/ImageParts.h>
 #include <pelta/headless/HeadlessPort.h>
 
 namespace pelta {
@@ -24,23 +22,6 @@ class PictureTest : public ::testing::Test {
  protected:
     HeadlessPort port_{2};
 };
-
-TEST_F(PictureTest, PixelsMustMatchTheSize) {
-    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-    const std::vector<std::uint8_t> four(4);
-    EXPECT_TRUE(UIImage::fromPixels(1, 1, 0.5, four));
-    struct Case {
-        int width;
-        int height;
-        double scale;
-        std::size_t bytes;
-    };
-    for (const Case& c : {Case{0, 1, 1, 0}, Case{1, -1, 1, 4}, Case{1, 1, 0, 4}, Case{1, 1, nan, 4},
-                          Case{1, 1, 1, 3}, Case{1, 1, 1, 5}, Case{16385, 1, 1, 65540}}) {
-        EXPECT_FALSE(UIImage::fromPixels(c.width, c.height, c.scale, std::vector<std::uint8_t>(c.bytes)))
-            << c.width << " × " << c.height << " at " << c.scale << ", " << c.bytes << " bytes";
-    }
-}
 
 TEST_F(PictureTest, ReadsPngAndNothingElse) {
     const auto png = smallPng();
@@ -68,26 +49,6 @@ TEST_F(PictureTest, ReadsPngAndNothingElse) {
     EXPECT_FALSE(UIImage::fromEncoded(huge, 1));
     const std::string gif = "GIF89a, which is another kind of picture";
     EXPECT_FALSE(UIImage::fromEncoded(std::vector<std::uint8_t>(gif.begin(), gif.end()), 1));
-}
-
-TEST_F(PictureTest, CapsLeaveAtLeastOnePixelOfMiddle) {
-    const UIImage image = UIImage::fromPixels(10, 6, 2, std::vector<std::uint8_t>(240)).value();
-    struct Case {
-        UIEdgeInsets given;
-        UIEdgeInsets kept;
-    };
-    for (const Case& c : {Case{{1, 1, 1, 2}, {1, 1, 1, 2}}, Case{{1.5, 1.5, 1.5, 3.5}, {1.5, 1.5, 1, 3}},
-                          Case{{9, 9, 9, 9}, {2.5, 4.5, 0, 0}}, Case{{-1, 0.3, NAN, 0}, {0, 0.5, 0, 0}}}) {
-        const UIImage resizable = image.resizableImage(c.given, UIImageResizingMode::stretch);
-        EXPECT_EQ(resizable.capInsets(), c.kept);
-        EXPECT_TRUE(resizable.isIdenticalTo(image));
-        EXPECT_FALSE(image.capInsets());
-        double covered = 0;
-        for (const ImagePart& part : partsOfImage(resizable, {{3, 4}, {20, 10}})) {
-            covered += part.destination.size.width * part.destination.size.height;
-        }
-        EXPECT_NEAR(covered, 200, 1e-9);
-    }
 }
 
 TEST_F(PictureTest, BundlesGiveTheVersionForTheScreen) {

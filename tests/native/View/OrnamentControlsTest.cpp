@@ -9,10 +9,6 @@ class OrnamentControlsTest : public MapFixture {
         return dynamic_cast<UIButton&>(*control->subviews().at(index));
     }
 
-    static UIImage pictureOf(const UIButton& button) {
-        return std::get<PictureContent>(button.content()).image;
-    }
-
     static CGPoint middleOf(UIView& view) {
         return view.convertPointToWindow({view.bounds().midX(), view.bounds().midY()});
     }
@@ -55,39 +51,6 @@ TEST_F(OrnamentControlsTest, OrnamentsStandInTheirCornersOfSafeAreaAndInset) {
         "unexpected ornament position 5");
 }
 
-TEST_F(OrnamentControlsTest, TheControlsFollowSizeSafeAreaAndInset) {
-    const auto map = makeLoadedMap();
-    const auto& zoom = map->zoomView();
-    const auto& location = map->locationView();
-    EXPECT_EQ(zoom->frame().size, (CGSize{40, 81}));
-    EXPECT_EQ(zoom->frame().origin, (CGPoint{800 - 8 - 40, 300 - 40.5}));
-    EXPECT_EQ(location->frame(), (CGRect{{800 - 8 - 40, 600 - 8 - 40}, {40, 40}}));
-    map->setFrame({{0, 0}, {400, 500}});
-    map->setSafeAreaInsets({0, 0, 34, 10});
-    map->setContentInset({0, 0, 100, 20});
-    map->layoutIfNeeded();
-    EXPECT_EQ(zoom->frame().origin, (CGPoint{400 - 10 - 20 - 8 - 40, (500 - 34) / 2.0 - 100 - 40.5}));
-    EXPECT_EQ(location->frame().origin, (CGPoint{400 - 10 - 20 - 8 - 40, 500 - 34 - 100 - 8 - 40}));
-    map->setZoomViewPosition(PgmPosition::topLeft);
-    map->setZoomViewMargins({5, 6});
-    map->setLocationViewPosition(PgmPosition::bottomLeft);
-    map->setLocationViewMargins({7, 8});
-    map->layoutIfNeeded();
-    EXPECT_EQ(zoom->frame().origin, (CGPoint{5, 6}));
-    EXPECT_EQ(location->frame().origin, (CGPoint{7, 500 - 34 - 100 - 8 - 40}));
-    EXPECT_EQ(zoom->constraints().size() + location->constraints().size(), 8U);
-
-    EXPECT_TRUE(zoom->isHidden() && location->isHidden());
-    for (const bool visible : {true, false}) {
-        map->setIsZoomControlVisible(visible);
-        map->setIsLocationButtonVisible(visible);
-        EXPECT_EQ(std::pair(zoom->isHidden(), location->isHidden()), std::pair(!visible, !visible));
-    }
-    const auto options = PgmMapOptions::create(nullptr);
-    options->setIsZoomControlVisible(true);
-    EXPECT_FALSE(makeMap(options)->zoomView()->isHidden());
-}
-
 TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
     const auto map = makeLoadedMap();
     map->setIsZoomControlVisible(true);
@@ -108,24 +71,6 @@ TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
         EXPECT_NEAR(engineOf(map).zoomLevel(), c.to, 1e-9);
     }
     EXPECT_EQ(plus.accessibilityLabel() + ", " + minus.accessibilityLabel(), "Zoom in, Zoom out");
-}
-
-TEST_F(OrnamentControlsTest, ButtonsShowAPictureForEachState) {
-    const auto map = makeLoadedMap();
-    map->setIsZoomControlVisible(true);
-    map->setIsLocationButtonVisible(true);
-    for (UIButton* pressed :
-         {&button(map->zoomView(), 0), &button(map->zoomView(), 2), &button(map->locationView(), 0)}) {
-        const auto normal = pictureOf(*pressed);
-        EXPECT_EQ(normal.size(), pressed->bounds().size);
-        EXPECT_EQ(normal.scale(), 2);
-        port.touch(*window, 0, UITouchPhase::began, middleOf(*pressed));
-        EXPECT_FALSE(pictureOf(*pressed).isIdenticalTo(normal));
-        port.touch(*window, 0, UITouchPhase::cancelled, middleOf(*pressed));
-        EXPECT_TRUE(pictureOf(*pressed).isIdenticalTo(normal));
-        pressed->setIsEnabled(false);
-        EXPECT_EQ(pictureOf(*pressed).isIdenticalTo(normal), pressed == &button(map->locationView(), 0));
-    }
 }
 
 TEST_F(OrnamentControlsTest, TheLocationButtonFollowsOnceMore) {

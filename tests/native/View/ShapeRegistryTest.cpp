@@ -57,8 +57,7 @@ TEST_F(ShapeRegistryTest, StackingFollowsGlobalIndexThenIndexThenAge) {
     struct Case {
         const char* change;
         std::function<void()> make;
-        std::vector<std::string> above;
-        std::vector<std::string> below;
+        std::vector<std::string> above, below;
     };
     const Case cases[] = {
         {"age", [] {}, {"first", "second", "third"}, {}},
@@ -81,18 +80,6 @@ TEST_F(ShapeRegistryTest, StackingFollowsGlobalIndexThenIndexThenAge) {
     }
 }
 
-TEST_F(ShapeRegistryTest, WithoutLabelsAllShapesLieOnTop) {
-    const auto map = makeLoadedMap();
-    EXPECT_EQ(map->first_symobol_id(), std::nullopt);
-    const auto marker = namedMarker("marker");
-    const auto line = namedLine("line");
-    marker->setMapView(map);
-    line->setMapView(map);
-    port.runFrame();
-    EXPECT_THAT(layersOf(map), ElementsAre("line", "marker"));
-    EXPECT_THAT(featuresOf(map), ElementsAre("marker", "line")) << "features keep the order of age";
-}
-
 TEST_F(ShapeRegistryTest, LayersComeAndGoWithTheNextFrame) {
     const auto map = makeLoadedMap();
     const auto kept = namedMarker("kept");
@@ -101,13 +88,10 @@ TEST_F(ShapeRegistryTest, LayersComeAndGoWithTheNextFrame) {
     const auto marker = namedMarker("marker");
 
     marker->setMapView(map);
-    EXPECT_TRUE(map->needReorderShapes() && map->needUpdateShapes() && map->needCheckShapeImage());
     marker->setMapView(nullptr);
-    EXPECT_EQ(map->willBeRemovedShapesMap().count(marker->shapeIndex()), 1U);
     port.runFrame();
     EXPECT_THAT(layersOf(map), ElementsAre("kept")) << "added and taken away before a frame";
     EXPECT_TRUE(map->willBeRemovedShapesMap().empty());
-    EXPECT_FALSE(map->needReorderShapes() || map->needUpdateShapes() || map->needCheckShapeImage());
 
     marker->setMapView(map);
     port.runFrame();
@@ -119,12 +103,6 @@ TEST_F(ShapeRegistryTest, LayersComeAndGoWithTheNextFrame) {
     port.runFrame();
     EXPECT_THAT(layersOf(map), ElementsAre("marker", "kept"));
     EXPECT_EQ(marker->styleLayers(), layers) << "the same layers again";
-
-    marker->setMapView(map);
-    EXPECT_EQ(map->shapesMap().size(), 2U);
-    EXPECT_TRUE(map->willBeRemovedShapesMap().empty());
-    port.runFrame();
-    EXPECT_THAT(layersOf(map), ElementsAre("marker", "kept"));
 
     marker->setMapView(nullptr);
     EXPECT_FALSE(marker->isAttached());
@@ -230,48 +208,6 @@ TEST_F(ShapeRegistryTest, ABurstOfChangesIsOneFramesWork) {
     port.runFrame();
     EXPECT_EQ(shape->featureReads, 1) << "a title does not touch the source";
     EXPECT_EQ(shape->imageReads, 2);
-}
-
-TEST_F(ShapeRegistryTest, TheFirstPictureUnderANameWins) {
-    const auto map = makeLoadedMap();
-    const auto picture = [] { return *UIImage::fromPixels(1, 1, 1, {1, 2, 3, 4}); };
-    const auto first = PgmImage::imageWith(picture(), "shared");
-    const auto second = PgmImage::imageWith(picture(), "shared");
-    PgmMarker::markerWithIconImage(first)->setMapView(map);
-    PgmMarker::markerWithIconImage(second)->setMapView(map);
-    port.runFrame();
-    EXPECT_TRUE(engineOf(map).style()->imageForName("shared")->isIdenticalTo(first->image()));
-}
-
-TEST_F(ShapeRegistryTest, ANewIdentifierKeepsTheShapeDrawn) {
-    const auto map = makeLoadedMap();
-    const auto area = PgmPolygon::create({{-1, -1}, {-1, 1}, {1, 1}, {1, -1}});
-    area->setMapView(map);
-    map->setZoomLevel(8);
-    port.runFrame();
-    area->setIdentifier("renamed");
-    EXPECT_TRUE(port.runUntilIdle());
-    const std::vector<std::string> layers{area->fillLayer()->identifier()};
-    const auto hits = engineOf(map).visibleFeaturesInRect({{390, 290}, {20, 20}}, layers);
-    ASSERT_EQ(hits.size(), 1U);
-    EXPECT_EQ(*hits[0]->attribute("identifier"), MLNAttributeValue(std::string("renamed")));
-    EXPECT_EQ(*hits[0]->attribute("shapeIndex"), MLNAttributeValue(area->shapeIndex()));
-}
-
-TEST_F(ShapeRegistryTest, ZoomRangeIsInclusive) {
-    const auto map = makeLoadedMap();
-    const auto line = PgmPolyline::create({{0, 0}, {1, 1}});
-    line->setMapView(map);
-    EXPECT_EQ(line->lineLayer()->minimumZoomLevel(), 1.0F);
-    EXPECT_EQ(line->lineLayer()->maximumZoomLevel(), 20.001F);
-    line->setVisibleMinZoom(4);
-    line->setVisibleMaxZoom(15);
-    line->setIsVisible(false);
-    EXPECT_EQ(line->lineLayer()->minimumZoomLevel(), 4.0F);
-    EXPECT_EQ(line->lineLayer()->maximumZoomLevel(), 15.001F);
-    EXPECT_FALSE(line->lineLayer()->isVisible());
-    line->setVisibleMaxZoom(1e300);
-    EXPECT_EQ(line->lineLayer()->maximumZoomLevel(), 24.0F);
 }
 
 TEST_F(ShapeRegistryTest, AShapeAddedOnAnotherThreadIsDrawnOnTheMainThread) {

@@ -53,10 +53,6 @@ class TapTest : public MapFixture {
         return touchable(PgmCircle::create(at(400, 300), 2000), name, accepts);
     }
 
-    std::shared_ptr<PgmPolyline> line() {
-        return touchable(PgmPolyline::create({at(300, 300), at(500, 300)}), "line", true);
-    }
-
     /// A tap with the time in which it could become a double tap.
     std::string tap(CGPoint point = middle) {
         port.runUntilIdle();
@@ -75,73 +71,35 @@ class TapTest : public MapFixture {
 };
 
 TEST_F(TapTest, TheTopmostShapeThatWantsTapsIsAskedAndThenTheMap) {
+    using Shapes = std::vector<std::shared_ptr<PgmShape>>;
     struct Case {
         std::string name;
-        std::function<std::vector<std::shared_ptr<PgmShape>>()> shapes;
-        CGPoint point;
+        std::function<void(Shapes&)> change;  ///< Of a lower and an upper circle.
         std::string events;
     };
-    const auto withoutHandler = [this] {
-        auto shape = PgmCircle::create(at(400, 300), 2000);
-        shape->setMapView(map_);
-        return shape;
-    };
-    using Shapes = std::vector<std::shared_ptr<PgmShape>>;
     const Case cases[] = {
-        {"nothing there", [] { return Shapes{}; }, middle, "map"},
-        {"the upper of two",
-         [&] {
-             return Shapes{circle("lower"), circle("upper")};
-         },
-         middle, "upper"},
-        {"the upper declines",
-         [&] {
-             return Shapes{circle("lower"), circle("upper", false)};
-         },
-         middle, "upper map"},
-        {"an older one raised",
-         [&] {
-             const auto raised = circle("raised");
-             raised->setZIndex(1);
-             return Shapes{raised, circle("newer")};
-         },
-         middle, "raised"},
-        {"a marker over a younger area",
-         [&] {
-             return Shapes{touchable(PgmMarker::markerWithPosition(at(400, 310)), "marker", true),
-                           circle("area")};
-         },
-         middle, "marker"},
-        {"the upper is hidden",
-         [&] {
-             const auto hidden = circle("hidden");
-             hidden->setIsVisible(false);
-             return Shapes{circle("lower"), hidden};
-         },
-         middle, "lower"},
-        {"the upper wants no taps",
-         [&] {
-             return Shapes{circle("lower"), withoutHandler()};
-         },
-         middle, "lower"},
-        {"none wants taps", [&] { return Shapes{withoutHandler()}; }, middle, "map"},
-        {"a thin line within 22 points", [&] { return Shapes{line()}; }, {400, 321.9}, "line"},
-        {"a thin line further away", [&] { return Shapes{line()}; }, {400, 325}, "map"},
-        {"outside of its zooms",
-         [&] {
-             const auto far = circle("far");
-             far->setVisibleMinZoom(10.1);
-             return Shapes{far};
-         },
-         middle, "map"},
+        {"the upper of two", [](Shapes&) {}, "upper"},
+        {"an older one raised", [](Shapes& s) { s[0]->setZIndex(1); }, "lower"},
+        {"the upper is hidden", [](Shapes& s) { s[1]->setIsVisible(false); }, "lower"},
+        {"the upper wants no taps", [](Shapes& s) { s[1]->setTouchEvent(nullptr); }, "lower"},
+        {"the upper is outside of its zooms", [](Shapes& s) { s[1]->setVisibleMinZoom(10.1); }, "lower"},
+        {"the upper declines", [this](Shapes& s) { s.push_back(circle("none", false)); }, "none map"},
+        {"none is there", [](Shapes& s) { s[0]->setMapView(nullptr), s[1]->setMapView(nullptr); }, "map"},
     };
     for (const Case& c : cases) {
-        const auto shapes = c.shapes();
-        EXPECT_EQ(tap(c.point), c.events) << c.name;
+        Shapes shapes{circle("lower"), circle("upper")};
+        c.change(shapes);
+        EXPECT_EQ(tap(), c.events) << c.name;
         for (const auto& shape : shapes) {
             shape->setMapView(nullptr);
         }
     }
+    touchable(PgmPolyline::create({at(300, 300), at(500, 300)}), "line", true);
+    EXPECT_EQ(tap({400, 321.9}), "line") << "a thin line within 22 points";
+    EXPECT_EQ(tap({400, 325}), "map");
+    touchable(PgmMarker::markerWithPosition(at(400, 310)), "marker", true);
+    circle("area");
+    EXPECT_EQ(tap(), "marker") << "over a younger area";
     tap({500, 200});
     EXPECT_NEAR(log_->place.latitude, at(500, 200).latitude, 1e-12);
     EXPECT_NEAR(log_->place.longitude, at(500, 200).longitude, 1e-12);
@@ -161,76 +119,62 @@ TEST_F(TapTest, WhatHasChangedSinceTheLastFrameCounts) {
     EXPECT_EQ(log_->take(), "map");
 }
 
+/// One step of a finger: what it does, how long the clock runs afterwards, where, and which finger.
+struct Step {
+    UITouchPhase phase;
+    double pause;
+    CGPoint at{500, 200};
+    int finger = 0;
+};
+
 TEST_F(TapTest, DoubleTapsZoomAndPressesAndDragsAreNoTaps) {
-    const CGPoint point{500, 200};
-    const auto tapAt = [&](CGPoint place, double pause) {
-        finger(0, UITouchPhase::began, place, 0.05);
-        finger(0, UITouchPhase::ended, place, pause);
-    };
+    using enum UITouchPhase;
+    constexpr CGPoint point{500, 200};
+    constexpr CGPoint left{450, 200};
+    constexpr CGPoint right{550, 200};
     struct Case {
         std::string name;
-        std::function<void()> gesture;
+        std::vector<Step> steps;
         std::string events;
         double zoom;
+        double maximumZoom = 20;
+        bool isZooming = true;
     };
+    const std::vector<Step> twice{{began, 0.05}, {ended, 0.1}, {began, 0.05}, {ended, 1}};
     const Case cases[] = {
-        {"tap", [&] { tapAt(point, 1); }, "map", 10},
-        {"two slow taps", [&] { tapAt(point, 0.5), tapAt(point, 1); }, "map map", 10},
-        {"double tap", [&] { tapAt(point, 0.1), tapAt(point, 1); }, "", 11},
-        {"two double taps",
-         [&] { tapAt(point, 0.1), tapAt(point, 0.05), tapAt(point, 0.1), tapAt(point, 1); }, "", 12},
-        {"long press",
-         [&] {
-             finger(0, UITouchPhase::began, point, 0.6);
-             EXPECT_EQ(log_->events, "long");
-             finger(0, UITouchPhase::ended, point, 1);
-         },
-         "long", 10},
-        {"drag",
-         [&] {
-             finger(0, UITouchPhase::began, point, 0.1);
-             finger(0, UITouchPhase::moved, {520, 200}, 1);
-             finger(0, UITouchPhase::ended, {520, 200}, 1);
-         },
-         "", 10},
+        {"tap", {{began, 0.05}, {ended, 1}}, "map", 10},
+        {"trembling tap", {{began, 0.05}, {moved, 0.05, {506, 206}}, {ended, 1}}, "map", 10},
+        {"two slow taps", {{began, 0.05}, {ended, 0.5}, {began, 0.05}, {ended, 1}}, "map map", 10},
+        {"two far apart",
+         {{began, 0.05}, {ended, 0.1}, {began, 0.05, left}, {ended, 1, left}},
+         "map map",
+         10},
+        {"double tap", twice, "", 11},
+        {"double tap near the limit", twice, "", 10.25, 10.25},
+        {"double tap without zooming", twice, "", 10, 20, false},
+        {"long press", {{began, 0.6}}, "long", 10},
+        {"its end", {{ended, 1}}, "", 10},
+        {"too long for a tap, too short for a press", {{began, 0.4}, {ended, 1}}, "", 10},
+        {"cancelled tap", {{began, 0.05}, {cancelled, 1}}, "", 10},
+        {"drag", {{began, 0.1}, {moved, 1, {520, 200}}, {ended, 1, {520, 200}}}, "", 10},
         {"tap of two fingers",
-         [&] {
-             finger(0, UITouchPhase::began, {450, 200}, 0.02);
-             finger(1, UITouchPhase::began, {550, 200}, 0.1);
-             finger(0, UITouchPhase::ended, {450, 200}, 0.02);
-             finger(1, UITouchPhase::ended, {550, 200}, 1);
-         },
-         "", 9},
+         {{began, 0.02, left}, {began, 0.1, right, 1}, {ended, 0.02, left}, {ended, 1, right, 1}},
+         "",
+         9},
         {"press of two fingers",
-         [&] {
-             finger(0, UITouchPhase::began, {450, 200}, 0.02);
-             finger(1, UITouchPhase::began, {550, 200}, 0.4);
-             finger(0, UITouchPhase::ended, {450, 200}, 0.02);
-             finger(1, UITouchPhase::ended, {550, 200}, 1);
-         },
-         "", 10},
-        {"double tap without zooming",
-         [&] {
-             map_->setIsZoomGesturesEnabled(false);
-             tapAt(point, 0.1), tapAt(point, 1);
-             map_->setIsZoomGesturesEnabled(true);
-         },
-         "", 10},
-        {"double tap near the limit",
-         [&] {
-             map_->setMaximumZoomLevel(10.25);
-             tapAt(point, 0.1), tapAt(point, 1);
-             tapAt(point, 0.1), tapAt(point, 1);
-             map_->setMaximumZoomLevel(20);
-         },
-         "", 10.25},
+         {{began, 0.02, left}, {began, 0.4, right, 1}, {ended, 0.02, left}, {ended, 1, right, 1}},
+         "",
+         10},
     };
     for (const double tilt : {0.0, 50.0}) {
         for (const Case& c : cases) {
+            map_->setMaximumZoomLevel(c.maximumZoom);
+            map_->setIsZoomGesturesEnabled(c.isZooming);
             map_->setCameraPosition(PgmCameraPosition::cameraPosition({37.5, 127}, 10, tilt, 30));
-            port.runUntilIdle();
             const auto place = at(point.x, point.y);
-            c.gesture();
+            for (const Step& step : c.steps) {
+                finger(step.finger, step.phase, step.at, step.pause);
+            }
             EXPECT_EQ(log_->take(), c.events) << c.name;
             EXPECT_NEAR(engineOf(map_).zoomLevel(), c.zoom, 1e-9) << c.name;
             EXPECT_NEAR(map_->projection()->point(place).x, point.x, 1e-6) << c.name;
