@@ -1,14 +1,12 @@
-// The port around the map: styles and their failures, size and pixels, several maps, the drawing context, views,
-// the user's location.
+// The port around the map: styles and their failures, size and pixels, several maps, the drawing context.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { ground, openStudio, plainStyle } from './support/page.mjs';
+import { degree, ground, openStudio, plainStyle } from './support/page.mjs';
 import { isNear } from './support/picture.mjs';
 
 const red = [255, 0, 0];
 const green = [0, 255, 0];
 const blue = [0, 0, 255];
-const degree = 360 / (512 * 2 ** 10);
 const spot = { at: [0, 0], width: 20, height: 20, anchor: [0.5, 0.5], color: blue, spot: blue };
 
 let studio;
@@ -154,55 +152,4 @@ test('a lost drawing context comes back with shapes, also those changed meanwhil
     const picture = await stage.picture('context-restored');
     assert.ok(isNear(picture.at(200, 150), blue), 'the marker from before');
     assert.ok(isNear(picture.at(280, 150), green), 'the one from meanwhile');
-});
-
-test('views lie over the map, take pointers and keys, and say what they are', async () => {
-    const stage = await studio.open({ scale: 2 });
-    await stage.openMap();
-    const before = await stage.run('camera', 0);
-    await stage.run('addButton', 20, 20, 60, 40, '확대 <b>');
-    await stage.run('addLabel', 200, 20, '<i>서울</i>');
-    await stage.run('addTurnedBox', 250, 100, 80);
-    await stage.page.waitForTimeout(200);
-    let picture = await stage.picture('views');
-    assert.ok(isNear(picture.at(50, 40), green), 'button');
-    assert.ok(picture.find([255, 0, 0], [200, 20, 330, 50]).count > 200, 'label');
-    assert.ok(isNear(picture.at(290, 92), [228, 110, 115], 8), 'the corner of the box has turned to the top');
-    assert.ok(isNear(picture.at(252, 102), ground, 8), 'and left its former place');
-    assert.ok(isNear(picture.at(290, 140), [100, 110, 243], 8), 'disc, half transparent with the box');
-    assert.equal(await stage.page.getByText('<i>서울</i>').count(), 1, 'text is never markup');
-    await stage.page.mouse.move(50, 40);
-    await stage.page.mouse.down();
-    await stage.page.waitForTimeout(100);
-    picture = await stage.picture('pressed');
-    assert.ok(isNear(picture.at(50, 40), blue), 'pressed');
-    await stage.page.mouse.up();
-    assert.equal(await stage.run('presses'), 1);
-    const button = stage.page.getByRole('button', { name: '확대 <b>' });
-    await button.focus();
-    await stage.page.keyboard.press('Enter');
-    await stage.page.keyboard.press(' ');
-    await button.evaluate((element) => element.click());
-    assert.equal(await stage.run('presses'), 4);
-    await stage.page.mouse.dblclick(50, 40);
-    assert.equal(await stage.run('presses'), 6);
-    assert.deepEqual(await stage.run('camera', 0), before, 'the map below has heard nothing of it');
-    await stage.page.mouse.dblclick(290, 140);
-    await stage.page.waitForFunction(() => globalThis.pelta.camera(0).zoom > 10.9);
-    assert.deepEqual(stage.errors, []);
-});
-
-test('the user is where the device says, and a refusal changes nothing', async () => {
-    const stage = await studio.open({ geolocation: { latitude: 37.5, longitude: 127 }, permissions: ['geolocation'] });
-    await stage.openMap();
-    await stage.run('showUser', 0);
-    await stage.until('location', '37.500000 127.000000');
-    await stage.page.context().setGeolocation({ latitude: 35.1, longitude: 129 });
-    await stage.until('location', '35.100000 129.000000');
-    const refused = await studio.open({ permissions: [] });
-    await refused.openMap();
-    await refused.run('showUser', 0);
-    await refused.page.waitForTimeout(300);
-    assert.equal((await refused.run('state', 0)).location, '');
-    assert.deepEqual(refused.errors, []);
 });

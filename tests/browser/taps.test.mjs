@@ -1,15 +1,12 @@
 // Taps on the real engine, and the controls over the map.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { openStudio } from './support/page.mjs';
+import { assertNear, openStudio } from './support/page.mjs';
 import { isNear } from './support/picture.mjs';
 
 let studio;
 before(async () => (studio = await openStudio()));
 after(() => studio.close());
-
-const assertNear = (actual, wanted, tolerance, what) =>
-    assert.ok(Math.abs(actual - wanted) <= tolerance, `${what}: ${actual} instead of ${wanted}`);
 
 /** A map that writes down what its application hears of taps. */
 async function openListening(settings) {

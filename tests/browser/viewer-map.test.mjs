@@ -1,42 +1,14 @@
 // What a person does with the viewer's map: tap, hold, group points, switch settings, share the address.
 import assert from 'node:assert/strict';
-import { mkdirSync, writeFileSync } from 'node:fs';
-import path from 'node:path';
-import { after, before, test } from 'node:test';
-import { fileURLToPath } from 'node:url';
-import { openPage, startBrowser, waitUntilReady } from '../../apps/viewer/tools/browser.mjs';
-import { serve } from '../../apps/viewer/tools/serve.mjs';
-import { isNear, Picture } from './support/picture.mjs';
+import { test } from 'node:test';
+import { waitUntilReady } from '../../apps/viewer/tools/browser.mjs';
+import { pictureOf } from './support/page.mjs';
+import { isNear } from './support/picture.mjs';
+import { useViewer } from './support/viewer.mjs';
 
-const root = fileURLToPath(new URL('../..', import.meta.url));
-const build = path.resolve(root, process.env.PELTA_WEB_BUILD ?? 'build/web');
 const clusterColors = [[0, 153, 204], [102, 153, 0], [255, 136, 0], [204, 0, 0], [153, 51, 204]];
-
-let server;
-let browser;
-
-before(async () => {
-    server = await serve(path.join(build, 'site'));
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await browser?.close();
-    await server?.close();
-});
-
-async function open(query, form = { width: 1280, height: 800, scale: 1 }) {
-    const page = await openPage(browser, form);
-    await waitUntilReady(page, server.address + query);
-    return page;
-}
-
-async function pictureOf(page, name) {
-    const png = await page.screenshot();
-    mkdirSync(path.join(build, 'screenshots'), { recursive: true });
-    writeFileSync(path.join(build, 'screenshots', `${name}.png`), png);
-    return Picture.decode(page, png);
-}
+const viewer = useViewer();
+const { open } = viewer;
 
 /** The middle of the map, on the page. */
 async function middleOf(page) {
@@ -158,11 +130,11 @@ test('settings of the panel reach the map, by mouse and keyboard', async () => {
 });
 
 test('the location button shows where the device is', async () => {
-    const context = await browser.newContext({
+    const context = await viewer.browser.newContext({
         viewport: { width: 800, height: 600 }, geolocation: { latitude: 36.5, longitude: 128, accuracy: 20 }, permissions: ['geolocation'],
     });
     const page = await context.newPage();
-    await waitUntilReady(page, `${server.address}?camera=36,128,8`);
+    await waitUntilReady(page, `${viewer.server.address}?camera=36,128,8`);
     await page.getByRole('button', { name: 'My location', exact: true }).click();
     await page.waitForURL(/camera=36\.5,128,/, { timeout: 20_000 });
     assert.equal(await page.locator('[data-switch=userTrackingMode]').inputValue(), '2');

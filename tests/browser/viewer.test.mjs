@@ -1,42 +1,11 @@
 // The viewer page as a person meets it: what it opens with, files that are given to it, and what it says about them.
 import assert from 'node:assert/strict';
-import { mkdirSync, writeFileSync } from 'node:fs';
-import path from 'node:path';
-import { after, before, test } from 'node:test';
-import { fileURLToPath } from 'node:url';
-import { openPage, startBrowser, waitUntilReady } from '../../apps/viewer/tools/browser.mjs';
-import { serve } from '../../apps/viewer/tools/serve.mjs';
-import { isNear, Picture } from './support/picture.mjs';
+import { test } from 'node:test';
+import { pictureOf } from './support/page.mjs';
+import { isNear } from './support/picture.mjs';
+import { useViewer } from './support/viewer.mjs';
 
-const root = fileURLToPath(new URL('../..', import.meta.url));
-const build = path.resolve(root, process.env.PELTA_WEB_BUILD ?? 'build/web');
-const size = { width: 1280, height: 800, scale: 1 };
-
-let server;
-let browser;
-
-before(async () => {
-    server = await serve(path.join(build, 'site'));
-    browser = await startBrowser();
-});
-
-after(async () => {
-    await browser?.close();
-    await server?.close();
-});
-
-async function open(query = '', form = size) {
-    const page = await openPage(browser, form);
-    await waitUntilReady(page, server.address + query);
-    return page;
-}
-
-async function pictureOf(page, name) {
-    const png = await page.screenshot();
-    mkdirSync(path.join(build, 'screenshots'), { recursive: true });
-    writeFileSync(path.join(build, 'screenshots', `${name}.png`), png);
-    return Picture.decode(page, png);
-}
+const { open } = useViewer();
 
 /** Where a coordinate is drawn when the map looks at another one, north up, at a zoom level. */
 async function projector(page, center, zoom) {

@@ -79,15 +79,6 @@ void follow(int map, unsigned mode) {
     Stage::shared().map(map).view->setUserTrackingMode(PgmUserTrackingModeFromRaw(mode).value());
 }
 
-int& dotTaps() {
-    static int count = 0;
-    return count;
-}
-
-void countDotTaps(int map) {
-    Stage::shared().map(map).view->locationIcon()->setTouchEvent([] { ++dotTaps(); });
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
@@ -96,7 +87,5 @@ EMSCRIPTEN_BINDINGS(annotation_commands) {
     using namespace pelta::browser;
     emscripten::function("addInfoWindow", &addInfoWindow);
     emscripten::function("follow", &follow);
-    emscripten::function("countDotTaps", &countDotTaps);
-    emscripten::function("dotTaps", emscripten::optional_override([] { return dotTaps(); }));
     emscripten::function("setLogging", &pelta::setIsLoggerEnabled);
 }

@@ -120,10 +120,6 @@ void setDecelerationRate(int map, double rate) {
     view(map).setDecelerationRate(rate);
 }
 
-void showUser(int map) {
-    view(map).setUserTrackingMode(PgmUserTrackingMode::none);
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
@@ -133,7 +129,6 @@ EMSCRIPTEN_BINDINGS(map_commands) {
     emscripten::function("openMap", &openMap);
     emscripten::function("closeMap",
                          emscripten::optional_override([](int map) { Stage::shared().closeMap(map); }));
-    emscripten::function("clear", emscripten::optional_override([] { Stage::shared().clear(); }));
     emscripten::function("setStyle", &setStyle);
     emscripten::function("look", &look);
     emscripten::function("ease", &ease);
@@ -148,5 +143,4 @@ EMSCRIPTEN_BINDINGS(map_commands) {
     emscripten::function("setGestures", &setGestures);
     emscripten::function("setLimits", &setLimits);
     emscripten::function("setDecelerationRate", &setDecelerationRate);
-    emscripten::function("showUser", &showUser);
 }

@@ -129,14 +129,6 @@ void setVisible(int shape, bool visible) {
     Stage::shared().shape(shape).setIsVisible(visible);
 }
 
-void moveMarker(int shape, double latitude, double longitude) {
-    static_cast<PgmMarker&>(Stage::shared().shape(shape)).setPosition({latitude, longitude});
-}
-
-void removeShape(int shape) {
-    Stage::shared().shape(shape).setMapView(nullptr);
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
@@ -149,6 +141,4 @@ EMSCRIPTEN_BINDINGS(shape_commands) {
     emscripten::function("addCircle", &addCircle);
     emscripten::function("setZIndex", &setZIndex);
     emscripten::function("setVisible", &setVisible);
-    emscripten::function("moveMarker", &moveMarker);
-    emscripten::function("removeShape", &removeShape);
 }

@@ -30,19 +30,6 @@ void Stage::closeMap(int index) {
     closed = {};
 }
 
-void Stage::clear() {
-    for (const auto& shape : shapes_) {
-        shape->setMapView(nullptr);
-    }
-    shapes_.clear();
-    for (Map& map : maps_) {
-        if (map.view) {
-            map.view->removeFromSuperview();
-        }
-    }
-    maps_.clear();
-}
-
 int Stage::addShape(std::shared_ptr<PgmShape> shape) {
     shapes_.push_back(std::move(shape));
     return static_cast<int>(shapes_.size()) - 1;

@@ -25,8 +25,6 @@ class Stage {
 
     /// Opens a map over a part of the window. `style` is a document, or the address of one.
     int openMap(CGRect frame, const std::string& style);
-    /// Takes every map and shape away.
-    void clear();
     void closeMap(int index);
     [[nodiscard]] Map& map(int index) { return maps_.at(static_cast<std::size_t>(index)); }
 

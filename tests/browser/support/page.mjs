@@ -1,4 +1,5 @@
 // The page of the browser tests: a server, a browser, and the page with its commands.
+import assert from 'node:assert/strict';
 import { mkdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -7,7 +8,7 @@ import { serve } from '../../../apps/viewer/tools/serve.mjs';
 import { Picture } from './picture.mjs';
 
 const root = fileURLToPath(new URL('../../..', import.meta.url));
-const build = path.resolve(root, process.env.PELTA_WEB_BUILD ?? 'build/web');
+export const build = path.resolve(root, process.env.PELTA_WEB_BUILD ?? 'build/web');
 const screenshots = path.join(build, 'screenshots');
 
 /** A sea-coloured ground and nothing else. */
@@ -18,6 +19,19 @@ export const plainStyle = JSON.stringify({
     layers: [{ id: 'ground', type: 'background', paint: { 'background-color': 'rgb(200,220,230)' } }],
 });
 export const ground = [200, 220, 230];
+/** Degrees of one point at zoom 10 on the equator. */
+export const degree = 360 / (512 * 2 ** 10);
+
+export const assertNear = (actual, wanted, tolerance, what) =>
+    assert.ok(Math.abs(actual - wanted) <= tolerance, `${what}: ${actual} instead of ${wanted}`);
+
+/** A picture of a page, kept under a name for a person to look at. */
+export async function pictureOf(page, name) {
+    const png = await page.screenshot();
+    mkdirSync(screenshots, { recursive: true });
+    writeFileSync(path.join(screenshots, `${name}.png`), png);
+    return Picture.decode(page, png);
+}
 
 /** Starts server and browser once for a test file. */
 export async function openStudio() {
@@ -104,11 +118,7 @@ class Stage {
         return this.run('point', map, latitude, longitude);
     }
 
-    /** A picture of the page, kept under a name for a person to look at. */
-    async picture(name) {
-        const png = await this.page.screenshot();
-        mkdirSync(screenshots, { recursive: true });
-        writeFileSync(path.join(screenshots, `${name}.png`), png);
-        return Picture.decode(this.page, png);
+    picture(name) {
+        return pictureOf(this.page, name);
     }
 }
