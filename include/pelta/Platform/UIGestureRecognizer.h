@@ -115,7 +115,7 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     unsigned generation_ = 0;
     unsigned reports_ = 0;  ///< Calls of the action so far.
     int touchesDown_ = 0;
-    bool hasGesture_ = false;  ///< A touch has begun since the last return to `possible`.
+    bool hasGesture_ = false;   ///< A touch has begun since the last return to `possible`.
     bool isReporting_ = false;  ///< The action sees the state that it is called for.
     bool isEnabled_ = true;
 };
