@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <atomic>
 
 #include <pelta/Engine/MLNShape.h>
 
@@ -21,6 +22,11 @@ const MLNAttributeValue* MLNAttributes::find(std::string_view name) const noexce
         }
     }
     return nullptr;
+}
+
+std::uint64_t MLNShape::nextRevision() noexcept {
+    static std::atomic<std::uint64_t> last{0};
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
 }
 
 }  // namespace pelta

@@ -48,14 +48,27 @@ class MLNShape {
     /// What expressions and predicates of layers read.
     [[nodiscard]] const MLNAttributes& attributes() const noexcept { return attributes_; }
     /// The same, to be changed.
-    [[nodiscard]] MLNAttributes& attributes() noexcept { return attributes_; }
+    [[nodiscard]] MLNAttributes& attributes() noexcept {
+        noteChange();
+        return attributes_;
+    }
     /// The attribute's value, or null.
     [[nodiscard]] const MLNAttributeValue* attribute(std::string_view name) const noexcept {
         return attributes_.find(name);
     }
 
+    /// For ports: a number that no other shape and no other state of this shape has had.
+    [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
+
+ protected:
+    /// Gives the shape a new revision.
+    void noteChange() noexcept { revision_ = nextRevision(); }
+
  private:
+    [[nodiscard]] static std::uint64_t nextRevision() noexcept;
+
     MLNAttributes attributes_;
+    std::uint64_t revision_ = nextRevision();
 };
 
 /// A shape in its role as a feature.
@@ -72,7 +85,10 @@ class MLNPointFeature final : public MLNShape {
 
     /// Where it is, degrees.
     [[nodiscard]] CLLocationCoordinate2D coordinate() const noexcept { return coordinate_; }
-    void setCoordinate(CLLocationCoordinate2D coordinate) noexcept { coordinate_ = coordinate; }
+    void setCoordinate(CLLocationCoordinate2D coordinate) noexcept {
+        coordinate_ = coordinate;
+        noteChange();
+    }
 
  private:
     CLLocationCoordinate2D coordinate_;

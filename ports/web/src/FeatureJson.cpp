@@ -35,40 +35,6 @@ bool isDrawable(const Coordinates& coordinates) {
     return coordinates.size() >= 2 && std::all_of(coordinates.begin(), coordinates.end(), isFinite);
 }
 
-bool isDrawable(const MLNShape& shape) {
-    switch (shape.kind()) {
-        case MLNShapeKind::point:
-            return isFinite(static_cast<const MLNPointFeature&>(shape).coordinate());
-        case MLNShapeKind::polyline:
-            return isDrawable(static_cast<const MLNPolylineFeature&>(shape).coordinates());
-        case MLNShapeKind::polygon:
-            return isDrawable(static_cast<const MLNPolygonFeature&>(shape).coordinates());
-        case MLNShapeKind::collection:
-            return false;
-    }
-    return false;
-}
-
-void writeGeometry(JsonWriter& json, const MLNShape& shape) {
-    json.beginObject();
-    if (shape.kind() == MLNShapeKind::point) {
-        json.member("type", "Point");
-        json.key("coordinates");
-        writePosition(json, static_cast<const MLNPointFeature&>(shape).coordinate());
-    } else if (shape.kind() == MLNShapeKind::polyline) {
-        json.member("type", "LineString");
-        json.key("coordinates");
-        writePositions(json, static_cast<const MLNPolylineFeature&>(shape).coordinates(), false);
-    } else {
-        json.member("type", "Polygon");
-        json.key("coordinates");
-        json.beginArray();
-        writePositions(json, static_cast<const MLNPolygonFeature&>(shape).coordinates(), true);
-        json.endArray();
-    }
-    json.endObject();
-}
-
 void writeValue(JsonWriter& json, const MLNAttributeValue& value) {
     if (const auto* numbers = std::get_if<std::vector<double>>(&value)) {
         json.beginArray();
@@ -104,6 +70,40 @@ void writeFeature(JsonWriter& json, const MLNShape& shape, std::size_t identifie
 }
 
 }  // namespace
+
+bool isDrawable(const MLNShape& shape) {
+    switch (shape.kind()) {
+        case MLNShapeKind::point:
+            return isFinite(static_cast<const MLNPointFeature&>(shape).coordinate());
+        case MLNShapeKind::polyline:
+            return isDrawable(static_cast<const MLNPolylineFeature&>(shape).coordinates());
+        case MLNShapeKind::polygon:
+            return isDrawable(static_cast<const MLNPolygonFeature&>(shape).coordinates());
+        case MLNShapeKind::collection:
+            return false;
+    }
+    return false;
+}
+
+void writeGeometry(JsonWriter& json, const MLNShape& shape) {
+    json.beginObject();
+    if (shape.kind() == MLNShapeKind::point) {
+        json.member("type", "Point");
+        json.key("coordinates");
+        writePosition(json, static_cast<const MLNPointFeature&>(shape).coordinate());
+    } else if (shape.kind() == MLNShapeKind::polyline) {
+        json.member("type", "LineString");
+        json.key("coordinates");
+        writePositions(json, static_cast<const MLNPolylineFeature&>(shape).coordinates(), false);
+    } else {
+        json.member("type", "Polygon");
+        json.key("coordinates");
+        json.beginArray();
+        writePositions(json, static_cast<const MLNPolygonFeature&>(shape).coordinates(), true);
+        json.endArray();
+    }
+    json.endObject();
+}
 
 std::vector<const MLNShape*> featuresOf(const MLNShape* shape) {
     if (shape == nullptr) {

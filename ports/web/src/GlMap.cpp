@@ -1,10 +1,13 @@
 #include "GlMap.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <emscripten.h>
 
 #include <pelta/Platform/Log.h>
+
+#include "JsonWriter.h"
 
 using emscripten::val;
 
@@ -31,6 +34,15 @@ EM_JS(void, peltaProject, (emscripten::EM_VAL handle, double longitude, double l
 EM_JS(void, peltaUnproject, (emscripten::EM_VAL handle, double x, double y, double* result), {
     const place = Emval.toValue(handle).unproject([x, y]);
     HEAPF64.set([place.lng, place.lat], result >> 3);
+});
+
+// The hits as numbers in turn: index of the layer among those asked, identifier of the feature.
+EM_JS(emscripten::EM_VAL, peltaQuery, (emscripten::EM_VAL handle, const double* corners, const char* names), {
+    const [left, top, right, bottom] = HEAPF64.subarray(corners >> 3, (corners >> 3) + 4);
+    const layers = JSON.parse(UTF8ToString(names));
+    const places = new Map(layers.map((name, place) => [name, place]));
+    const hits = Emval.toValue(handle).queryRenderedFeatures([[left, top], [right, bottom]], { layers });
+    return Emval.toHandle(hits.flatMap(({ id, layer }) => typeof id === 'number' ? [places.get(layer.id), id] : []));
 });
 // clang-format on
 
@@ -132,6 +144,25 @@ void GlMap::setStyle(const val& document) const {
 
 void GlMap::run(const std::string& calls) const {
     peltaRunCalls(map_.as_handle(), calls.c_str());
+}
+
+std::vector<EngineHit> GlMap::query(CGRect rect, const std::vector<std::string>& layers) const {
+    JsonWriter names;
+    names.beginArray();
+    for (const std::string& layer : layers) {
+        names.value(layer);
+    }
+    names.endArray();
+    const std::array<double, 4> corners{
+        std::min(rect.minX(), rect.maxX()), std::min(rect.minY(), rect.maxY()),
+        std::max(rect.minX(), rect.maxX()), std::max(rect.minY(), rect.maxY())};
+    const val found = val::take_ownership(peltaQuery(map_.as_handle(), corners.data(), names.text().c_str()));
+    const auto numbers = emscripten::convertJSArrayToNumberVector<std::uint32_t>(found);
+    std::vector<EngineHit> hits;
+    for (std::size_t i = 0; i + 1 < numbers.size(); i += 2) {
+        hits.push_back({numbers[i], numbers[i + 1]});
+    }
+    return hits;
 }
 
 val GlMap::emptyStyle() {

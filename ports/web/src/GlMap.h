@@ -1,11 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <emscripten/val.h>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include <pelta/Engine/MLNTypes.h>
 #include <pelta/Platform/UIGraphics.h>
+
+#include "EngineHit.h"
 
 namespace pelta {
 
@@ -30,6 +34,9 @@ class GlMap {
     void setStyle(const emscripten::val& document) const;
     /// Runs calls that a `StyleCompiler` has put together.
     void run(const std::string& calls) const;
+
+    /// Everything drawn in a rectangle, of layers that the map has, topmost layer first.
+    [[nodiscard]] std::vector<EngineHit> query(CGRect rect, const std::vector<std::string>& layers) const;
 
     /// A style document without anything in it.
     [[nodiscard]] static emscripten::val emptyStyle();

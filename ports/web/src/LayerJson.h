@@ -1,10 +1,15 @@
 #pragma once
 
+#include <string_view>
+
 #include <pelta/Engine/MLNStyleLayer.h>
 
 #include "JsonWriter.h"
 
 namespace pelta {
+
+/// What a style document calls a kind of layer.
+[[nodiscard]] std::string_view typeName(MLNStyleLayerKind kind);
 
 /// Writes a layer as a style document would hold it, with the properties that have been set.
 void writeLayer(JsonWriter& json, const MLNStyleLayer& layer);

@@ -1,203 +1,403 @@
 #include "StyleCompiler.h"
 
 #include <algorithm>
-#include <unordered_map>
+#include <set>
+#include <unordered_set>
 #include <utility>
 
 #include "FeatureJson.h"
 #include "LayerJson.h"
+#include "RunLayerJson.h"
+#include "SortKeys.h"
 
 namespace pelta {
 
-namespace {
-
-/// Marks the elements of a longest ascending run of `ranks`, which need not be adjacent.
-std::vector<bool> longestAscendingRun(const std::vector<std::size_t>& ranks) {
-    std::vector<std::size_t> ends;  // Index of the smallest last element of a run of each length.
-    std::vector<std::size_t> previous(ranks.size(), ranks.size());
-    for (std::size_t i = 0; i < ranks.size(); ++i) {
-        const auto longer =
-            std::lower_bound(ends.begin(), ends.end(), ranks[i],
-                             [&](std::size_t end, std::size_t rank) { return ranks[end] < rank; });
-        if (longer != ends.begin()) {
-            previous[i] = *(longer - 1);
-        }
-        if (longer == ends.end()) {
-            ends.push_back(i);
-        } else {
-            *longer = i;
-        }
-    }
-    std::vector<bool> isInRun(ranks.size(), false);
-    for (std::size_t i = ends.empty() ? ranks.size() : ends.back(); i < ranks.size(); i = previous[i]) {
-        isInRun[i] = true;
-    }
-    return isInRun;
-}
-
-/// The layers that can stay where they are while the others are moved around them.
-std::unordered_set<std::string> stayingLayers(const std::vector<std::string>& former,
-                                              const MLNStyle::Layers& wanted) {
-    std::unordered_map<std::string_view, std::size_t> formerRank;
-    for (std::size_t i = 0; i < former.size(); ++i) {
-        formerRank.emplace(former[i], i);
-    }
-    std::vector<std::size_t> ranks;
-    std::vector<const std::string*> names;
-    for (const auto& layer : wanted) {
-        if (const auto found = formerRank.find(layer->identifier()); found != formerRank.end()) {
-            ranks.push_back(found->second);
-            names.push_back(&layer->identifier());
-        }
-    }
-    const std::vector<bool> stays = longestAscendingRun(ranks);
-    std::unordered_set<std::string> staying;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        if (stays[i]) {
-            staying.insert(*names[i]);
-        }
-    }
-    return staying;
-}
-
-void writeNameOrNull(JsonWriter& json, const std::string& name) {
-    if (name.empty()) {
-        json.null();
-    } else {
-        json.value(name);
-    }
-}
-
-}  // namespace
-
 void StyleCompiler::reset(const StyleDocument& document) {
-    order_.clear();
-    layers_.clear();
-    sources_.clear();
-    for (const DocumentLayer& layer : document.layers) {
-        order_.push_back(layer.identifier);
-        layers_.insert(layer.identifier);
-    }
+    *this = StyleCompiler(drawsLiterally_);
+    order_.reset(document);
 }
 
 std::string StyleCompiler::compile(const MLNStyle& style, const MLNStyleChanges& changes) {
     calls_ = {};
-    newLayers_.clear();
     calls_.beginArray();
-    removeLayers(changes);
-    removeSources(style, changes);
-    compileSources(changes);
-    if (changes.isLayerOrderChanged || !changes.removedLayers.empty()) {
-        compileOrder(style);
+    order_.clearNew();
+    takeRemovedLayers(changes.removedLayers);
+    takeSources(style, changes);
+    takeLayers(changes);
+    if (needsPlan_ || changes.isLayerOrderChanged) {
+        replan(style);
+        updateRuns();
+        const std::vector<std::string> wanted = wantedLayers();
+        order_.removeOthers(calls_, wanted);
+        writeSources();
+        arrangeLayers(wanted);
+    } else {
+        updateTouched();
+        writeSources();
     }
-    compileProperties(changes);
+    writeProperties(changes);
+    for (ModelLayer* layer : std::exchange(touched_, {})) {
+        layer->isTouched = false;
+    }
+    removed_.clear();
+    needsPlan_ = false;
     calls_.endArray();
     return calls_.take();
 }
 
-void StyleCompiler::beginCall(std::optional<std::string_view> source, std::string_view method) {
-    calls_.beginArray();
-    if (source) {
-        calls_.value(*source);
-    } else {
-        calls_.null();
-    }
-    calls_.value(method);
-}
+// The model
 
-void StyleCompiler::removeLayers(const MLNStyleChanges& changes) {
-    for (const std::string& identifier : changes.removedLayers) {
-        if (layers_.erase(identifier) != 0) {
-            beginCall({}, "removeLayer");
-            calls_.value(identifier);
-            calls_.endArray();
+void StyleCompiler::takeRemovedLayers(const std::vector<std::string>& identifiers) {
+    order_.remove(calls_, identifiers);
+    needsPlan_ = needsPlan_ || !identifiers.empty();
+    for (const std::string& identifier : identifiers) {
+        const auto known = layersByName_.find(identifier);
+        if (known != layersByName_.end()) {
+            ModelLayer& layer = *known->second;
+            layersByName_.erase(known);
+            if (layer.sent.id != 0) {
+                runSource(layer).withdraw(layer);
+            }
+            setLiteral(layer, false);
+            leavePlace(layer);
+            const auto entry = layers_.find(layer.layer.get());
+            removed_.push_back(std::move(entry->second));
+            layers_.erase(entry);
         }
     }
-    if (!changes.removedLayers.empty()) {
-        std::erase_if(order_, [&](const std::string& identifier) { return !hasLayer(identifier); });
-    }
 }
 
-void StyleCompiler::removeSources(const MLNStyle& style, const MLNStyleChanges& changes) {
+void StyleCompiler::takeSources(const MLNStyle& style, const MLNStyleChanges& changes) {
+    const auto take = [this](Source& source, const std::shared_ptr<const MLNShape>& contents) {
+        source.isChanged = true;
+        for (ShapePlace* place : source.shapes.update(contents)) {
+            for (ModelLayer* layer : place->layers) {
+                readLayer(*layer);
+            }
+        }
+    };
     for (const std::string& identifier : changes.removedSources) {
-        const bool isBack = style.sourceWithIdentifier(identifier) != nullptr;
-        if (!isBack && sources_.erase(identifier) != 0) {
-            beginCall({}, "removeSource");
-            calls_.value(identifier);
-            calls_.endArray();
+        if (style.sourceWithIdentifier(identifier) == nullptr) {
+            Source& source = sources_[identifier];
+            source.exists = false;
+            take(source, nullptr);
+            needsPlan_ = true;
+        }
+    }
+    for (const auto& changed : changes.changedSources) {
+        Source& source = sources_[changed->identifier()];
+        source.exists = true;
+        take(source, changed->shape());
+    }
+}
+
+void StyleCompiler::takeLayers(const MLNStyleChanges& changes) {
+    for (const auto& layer : changes.changedLayers) {
+        const auto known = layers_.find(layer.get());
+        if (known == layers_.end()) {
+            entered(layer);
+        } else {
+            if ((layer->changes() & MLNStyleLayer::predicateChange) != 0) {
+                leavePlace(*known->second);
+                bindPlace(*known->second);
+            }
+            readLayer(*known->second);
         }
     }
 }
 
-void StyleCompiler::compileSources(const MLNStyleChanges& changes) {
-    // Far enough for every zoom that a map has; beyond it positions would be rounded to coarser steps.
-    constexpr int deepestTiles = 22;
-    // Points by which a line may be straightened; the engine's own 0.375 shows as corners in circles.
-    constexpr double simplification = 0.05;
-    for (const auto& source : changes.changedSources) {
-        const std::string& identifier = source->identifier();
-        const bool isNew = sources_.count(identifier) == 0;
-        CompiledSource& compiled = sources_[identifier];
-        compiled.shape = source->shape();
-        compiled.features = featuresOf(compiled.shape.get());
-        if (isNew) {
-            beginCall({}, "addSource");
-            calls_.value(identifier);
-            calls_.beginObject();
-            calls_.member("type", "geojson");
-            calls_.member("maxzoom", deepestTiles);
-            calls_.member("tolerance", simplification);
-            calls_.key("data");
-            writeFeatures(calls_, compiled.features);
-            calls_.endObject();
-            writeUnchecked(calls_);
-        } else {
-            beginCall(identifier, "setData");
-            writeFeatures(calls_, compiled.features);
+ModelLayer& StyleCompiler::entered(const std::shared_ptr<MLNStyleLayer>& layer) {
+    auto& entry = layers_[layer.get()];
+    if (!entry) {
+        entry = std::make_unique<ModelLayer>();
+        entry->layer = layer;
+        if (!layer->isFromDocument()) {
+            entry->drawn = dynamic_cast<const MLNVectorStyleLayer*>(layer.get());
         }
+        layersByName_.emplace(layer->identifier(), entry.get());
+        bindPlace(*entry);
+        readLayer(*entry);
+        needsPlan_ = true;
+    }
+    return *entry;
+}
+
+void StyleCompiler::bindPlace(ModelLayer& layer) {
+    if (layer.drawn != nullptr && layer.drawn->predicate().attribute == ShapeIndex::identifierAttribute) {
+        layer.shapes = &sources_[layer.drawn->sourceIdentifier()].shapes;
+        layer.place = &layer.shapes->enter(layer.drawn->predicate().value, layer);
+    }
+}
+
+void StyleCompiler::leavePlace(ModelLayer& layer) {
+    if (layer.place != nullptr) {
+        layer.shapes->leave(*std::exchange(layer.place, nullptr), layer);
+    }
+}
+
+bool StyleCompiler::isDrawnLiterally(const ModelLayer& layer) const {
+    return drawsLiterally_ || layer.place == nullptr || layer.place->shapes.size() > 1;
+}
+
+void StyleCompiler::setLiteral(ModelLayer& layer, bool isLiteral) {
+    if (layer.isLiteral == isLiteral) {
+        return;
+    }
+    layer.isLiteral = isLiteral;
+    needsPlan_ = true;
+    if (layer.drawn != nullptr) {
+        Source& source = sources_[layer.drawn->sourceIdentifier()];
+        isLiteral ? ++source.literalLayers : --source.literalLayers;
+    }
+}
+
+void StyleCompiler::readLayer(ModelLayer& layer) {
+    setLiteral(layer, isDrawnLiterally(layer));
+    const MLNShape* shape = layer.isLiteral ? nullptr : layer.place->drawableShape();
+    LayerValues values = shape ? reader_.read(*layer.drawn, *shape) : LayerValues{};
+    needsPlan_ = needsPlan_ || values.key != layer.values.key || values.sight != layer.values.sight;
+    const bool isAsSent = shape != nullptr && layer.sent.id != 0 &&
+                          layer.sent.revision == shape->revision() &&
+                          differences(values.own, layer.sent.values) == 0;
+    layer.values = std::move(values);
+    if (!layer.isTouched && !isAsSent) {
+        layer.isTouched = true;
+        touched_.push_back(&layer);
+    }
+}
+
+// Runs
+
+void StyleCompiler::replan(const MLNStyle& style) {
+    std::vector<ModelLayer*> layers;
+    layers.reserve(style.layers().size());
+    for (const auto& layer : style.layers()) {
+        ModelLayer& model = entered(layer);
+        model.rank = layers.size();
+        layers.push_back(&model);
+    }
+    planner_.plan(layers);
+    for (ModelLayer* layer : layers) {
+        if (layer->run == nullptr && layer->sent.id != 0) {
+            runSource(*layer).withdraw(*layer);
+        }
+    }
+}
+
+RunSource& StyleCompiler::runSource(const ModelLayer& layer) {
+    Source& source = sources_[layer.drawn->sourceIdentifier()];
+    return source.byKind.try_emplace(layer.drawn->kind(), runSourceIdentifier(*layer.drawn), numbers_)
+        .first->second;
+}
+
+void StyleCompiler::updateRuns() {
+    for (const EngineLayer& layer : planner_.layers()) {
+        if (layer.run != nullptr) {
+            updateRun(*layer.run);
+        }
+    }
+}
+
+void StyleCompiler::updateRun(Run& run) {
+    for (ModelLayer* member : run.members) {
+        if (member->isTouched || member->sent.run != run.number) {
+            run.needsSortKeys = run.needsSortKeys || sharesSortKey(*member);
+            noteVarying(*member);
+        }
+    }
+    if (run.needsSortKeys) {
+        assignSortKeys(run);
+    }
+    RunSource& source = runSource(*run.members.front());
+    for (ModelLayer* member : run.members) {
+        if (member->isTouched || member->isAnew || member->sent.run != run.number ||
+            member->sent.sortKey != member->sortKey) {
+            source.send(*member);
+        }
+    }
+}
+
+void StyleCompiler::updateTouched() {
+    for (ModelLayer* layer : touched_) {
+        if (layer->run != nullptr && sharesSortKey(*layer)) {
+            layer->run->needsSortKeys = true;
+        }
+    }
+    for (ModelLayer* layer : touched_) {
+        if (layer->run != nullptr && layer->run->needsSortKeys) {
+            updateRun(*layer->run);
+        } else if (layer->run != nullptr && layer->isTouched) {
+            noteVarying(*layer);
+            runSource(*layer).send(*layer);
+        }
+    }
+}
+
+void StyleCompiler::noteVarying(ModelLayer& layer) {
+    Run& run = *layer.run;
+    const PropertySet added = differences(layer.values.own, run.base) & ~run.varying;
+    if (added == 0) {
+        return;
+    }
+    run.unwritten |= added;
+    if (run.members.size() > 1) {
+        run.varying |= added;
+        return;
+    }
+    for (std::size_t i = 0; i < propertyLimit; ++i) {
+        if ((added & (PropertySet{1} << i)) != 0) {
+            run.base[i] = layer.values.own[i];
+        }
+    }
+}
+
+// The engine
+
+void StyleCompiler::writeSources() {
+    for (auto& [identifier, source] : sources_) {
+        writeWholeSource(identifier, source);
+        for (auto& [kind, runs] : source.byKind) {
+            runs.writeChanges(calls_);
+        }
+    }
+}
+
+void StyleCompiler::writeWholeSource(const std::string& identifier, Source& source) {
+    const bool isWanted = source.exists && source.literalLayers > 0;
+    const bool isStale = std::exchange(source.isChanged, false) || !source.isSentWhole;
+    if (isWanted && isStale) {
+        source.features = featuresOf(source.shapes.contents().get());
+        JsonWriter data;
+        writeFeatures(data, source.features);
+        if (source.isSentWhole) {
+            beginSourceCall(calls_, identifier, "setData");
+            calls_.raw(data.text());
+        } else {
+            beginStyleCall(calls_, "addSource");
+            calls_.value(identifier);
+            writeSource(calls_, data.text());
+            writeUnchecked(calls_);
+        }
+        calls_.endArray();
+        source.isSentWhole = true;
+    } else if (!isWanted && source.isSentWhole) {
+        source.isSentWhole = false;
+        beginStyleCall(calls_, "removeSource");
+        calls_.value(identifier);
         calls_.endArray();
     }
 }
 
-void StyleCompiler::compileOrder(const MLNStyle& style) {
-    const auto staying = stayingLayers(order_, style.layers());
-    order_.clear();
-    std::string above;  // The layer that the next one comes directly below; none at the top.
-    for (auto layer = style.layers().rbegin(); layer != style.layers().rend(); ++layer) {
-        const std::string& identifier = (*layer)->identifier();
-        if (layers_.insert(identifier).second) {
-            newLayers_.insert(identifier);
-            beginCall({}, "addLayer");
-            writeLayer(calls_, **layer);
-            writeNameOrNull(calls_, above);
-            writeUnchecked(calls_);
-            calls_.endArray();
-        } else if (staying.count(identifier) == 0) {
-            beginCall({}, "moveLayer");
-            calls_.value(identifier);
-            writeNameOrNull(calls_, above);
-            calls_.endArray();
-        }
-        above = identifier;
-        order_.push_back(identifier);
+std::vector<std::string> StyleCompiler::wantedLayers() const {
+    std::vector<std::string> wanted;
+    wanted.reserve(planner_.layers().size());
+    for (const EngineLayer& layer : planner_.layers()) {
+        wanted.push_back(layer.run ? layer.run->layerIdentifier() : layer.literal->layer->identifier());
     }
-    std::reverse(order_.begin(), order_.end());
+    return wanted;
 }
 
-void StyleCompiler::compileProperties(const MLNStyleChanges& changes) {
+void StyleCompiler::arrangeLayers(const std::vector<std::string>& wanted) {
+    const auto& layers = planner_.layers();
+    order_.arrange(calls_, wanted, [&](std::size_t i) {
+        if (layers[i].run != nullptr) {
+            layers[i].run->unwritten = 0;
+            writeRunLayer(calls_, *layers[i].run);
+        } else {
+            writeLayer(calls_, *layers[i].literal->layer);
+        }
+    });
+}
+
+void StyleCompiler::writeProperties(const MLNStyleChanges& changes) {
+    for (const EngineLayer& layer : planner_.layers()) {
+        if (layer.run != nullptr && layer.run->unwritten != 0) {
+            writeRunLayerChanges(calls_, *layer.run);
+            layer.run->unwritten = 0;
+        }
+    }
     for (const auto& layer : changes.changedLayers) {
-        if (hasLayer(layer->identifier()) && newLayers_.count(layer->identifier()) == 0) {
+        const auto known = layers_.find(layer.get());
+        if (known != layers_.end() && known->second->isLiteral && !order_.isNew(layer->identifier())) {
             writeLayerChanges(calls_, *layer, layer->changes());
         }
     }
 }
 
-std::shared_ptr<const MLNFeature> StyleCompiler::feature(const std::string& source, std::size_t index) const {
-    const auto found = sources_.find(source);
-    if (found == sources_.end() || index >= found->second.features.size()) {
-        return nullptr;
+// Queries
+
+/// A layer of the model in which something was found, and what.
+struct StyleCompiler::Found {
+    const ModelLayer* layer = nullptr;
+    std::shared_ptr<const MLNFeature> feature;
+};
+
+std::vector<std::string> StyleCompiler::engineLayers(std::span<const std::string> candidates) const {
+    std::vector<std::string> names;
+    const auto add = [&names](const ModelLayer& layer) {
+        if (layer.isLiteral) {
+            names.push_back(layer.layer->identifier());
+        } else if (layer.run != nullptr) {
+            names.push_back(layer.run->layerIdentifier());
+        }
+    };
+    if (candidates.empty()) {
+        for (const EngineLayer& layer : planner_.layers()) {
+            if (layer.run != nullptr || layer.literal->drawn != nullptr) {
+                add(layer.run ? *layer.run->members.front() : *layer.literal);
+            }
+        }
     }
-    return {found->second.shape, found->second.features[index]};
+    for (const std::string& candidate : candidates) {
+        if (const auto known = layersByName_.find(candidate); known != layersByName_.end()) {
+            add(*known->second);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
+    return names;
+}
+
+StyleCompiler::Found StyleCompiler::found(const EngineHit& hit, const std::string& engineLayer) const {
+    if (const auto known = layersByName_.find(engineLayer); known != layersByName_.end()) {
+        const ModelLayer& layer = *known->second;
+        const auto source = layer.drawn ? sources_.find(layer.drawn->sourceIdentifier()) : sources_.end();
+        if (source == sources_.end() || hit.feature >= source->second.features.size()) {
+            return {};
+        }
+        return {&layer, {source->second.shapes.contents(), source->second.features[hit.feature]}};
+    }
+    const ModelLayer* layer = numbers_.find(hit.feature);
+    const MLNShape* shape = layer && layer->place ? layer->place->drawableShape() : nullptr;
+    return shape ? Found{layer, {layer->shapes->contents(), shape}} : Found{};
+}
+
+std::vector<std::shared_ptr<const MLNFeature>> StyleCompiler::features(
+    std::span<const std::string> candidates, std::span<const std::string> engineLayers,
+    std::span<const EngineHit> hits) const {
+    std::unordered_set<const ModelLayer*> wanted;
+    for (const std::string& candidate : candidates) {
+        if (const auto known = layersByName_.find(candidate); known != layersByName_.end()) {
+            wanted.insert(known->second);
+        }
+    }
+    std::vector<Found> all;
+    for (const EngineHit& hit : hits) {
+        Found each = hit.layer < engineLayers.size() ? found(hit, engineLayers[hit.layer]) : Found{};
+        if (each.layer != nullptr && (candidates.empty() || wanted.count(each.layer) != 0)) {
+            all.push_back(std::move(each));
+        }
+    }
+    std::stable_sort(all.begin(), all.end(),
+                     [](const Found& a, const Found& b) { return a.layer->rank > b.layer->rank; });
+    std::vector<std::shared_ptr<const MLNFeature>> result;
+    std::set<std::pair<const ModelLayer*, const MLNFeature*>> seen;
+    for (Found& each : all) {
+        if (seen.emplace(each.layer, each.feature.get()).second) {
+            result.push_back(std::move(each.feature));
+        }
+    }
+    return result;
 }
 
 }  // namespace pelta

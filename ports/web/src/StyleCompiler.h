@@ -2,25 +2,34 @@
 
 #include <map>
 #include <memory>
-#include <optional>
+#include <span>
 #include <string>
 #include <string_view>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include <pelta/Engine/MLNStyle.h>
 #include <pelta/Engine/MapRenderer.h>
 
+#include "EngineHit.h"
 #include "JsonWriter.h"
+#include "LayerOrder.h"
+#include "Run.h"
+#include "RunPlanner.h"
+#include "RunSource.h"
 
 namespace pelta {
 
 /// Turns what changed in a style into calls on the browser's engine, and knows what the engine has.
 ///
-/// Each layer of the model is one layer of the engine. All calls of a frame cross to JavaScript as one text,
-/// an array of `[source or null, method, arguments…]`.
+/// Runs of layers that can be drawn as one are one layer of the engine, see `RunPlanner`; the others are
+/// layers of the engine as they are. All calls of a frame cross to JavaScript as one text, an array of
+/// `[source or null, method, arguments…]`.
 class StyleCompiler {
  public:
+    /// @param drawsLiterally  each layer of the model is to be one of the engine, for comparison.
+    explicit StyleCompiler(bool drawsLiterally) : drawsLiterally_(drawsLiterally) {}
+
     /// A document is in place, with its own layers and nothing else.
     void reset(const StyleDocument& document);
 
@@ -28,31 +37,63 @@ class StyleCompiler {
     /// `changes`.
     [[nodiscard]] std::string compile(const MLNStyle& style, const MLNStyleChanges& changes);
 
-    [[nodiscard]] bool hasLayer(const std::string& identifier) const {
-        return layers_.count(identifier) != 0;
-    }
-    /// The feature with an index in a source as it was last compiled; null for another's source or index.
-    [[nodiscard]] std::shared_ptr<const MLNFeature> feature(const std::string& source,
-                                                            std::size_t index) const;
+    /// The layers of the engine that draw any of the model's layers; for none given, of all of them.
+    [[nodiscard]] std::vector<std::string> engineLayers(std::span<const std::string> candidates) const;
+    /// What was found in the layers that `engineLayers` names, topmost first, each feature once for each of
+    /// the model's layers.
+    [[nodiscard]] std::vector<std::shared_ptr<const MLNFeature>> features(
+        std::span<const std::string> candidates, std::span<const std::string> engineLayers,
+        std::span<const EngineHit> hits) const;
 
  private:
-    struct CompiledSource {
-        std::shared_ptr<const MLNShape> shape;
-        std::vector<const MLNShape*> features;
+    struct Source {
+        ShapeIndex shapes;
+        bool exists = false;                            ///< In the model.
+        std::size_t literalLayers = 0;                  ///< That draw it as it is.
+        bool isSentWhole = false;                       ///< The engine has it under its own name.
+        bool isChanged = false;                         ///< Since it was sent whole.
+        std::vector<const MLNShape*> features;          ///< As sent whole.
+        std::map<MLNStyleLayerKind, RunSource> byKind;  ///< What its runs draw.
     };
+    struct Found;
 
-    void removeLayers(const MLNStyleChanges& changes);
-    void removeSources(const MLNStyle& style, const MLNStyleChanges& changes);
-    void compileSources(const MLNStyleChanges& changes);
-    void compileOrder(const MLNStyle& style);
-    void compileProperties(const MLNStyleChanges& changes);
-    void beginCall(std::optional<std::string_view> source, std::string_view method);
+    void takeRemovedLayers(const std::vector<std::string>& identifiers);
+    void takeSources(const MLNStyle& style, const MLNStyleChanges& changes);
+    void takeLayers(const MLNStyleChanges& changes);
+    ModelLayer& entered(const std::shared_ptr<MLNStyleLayer>& layer);
+    void bindPlace(ModelLayer& layer);
+    void leavePlace(ModelLayer& layer);
+    void readLayer(ModelLayer& layer);
+    [[nodiscard]] bool isDrawnLiterally(const ModelLayer& layer) const;
+    void setLiteral(ModelLayer& layer, bool isLiteral);
 
+    void replan(const MLNStyle& style);
+    void updateRuns();
+    void updateRun(Run& run);
+    void updateTouched();
+    void noteVarying(ModelLayer& layer);
+    [[nodiscard]] RunSource& runSource(const ModelLayer& layer);
+
+    void writeSources();
+    void writeWholeSource(const std::string& identifier, Source& source);
+    [[nodiscard]] std::vector<std::string> wantedLayers() const;
+    void arrangeLayers(const std::vector<std::string>& wanted);
+    void writeProperties(const MLNStyleChanges& changes);
+
+    [[nodiscard]] Found found(const EngineHit& hit, const std::string& engineLayer) const;
+
+    bool drawsLiterally_;
     JsonWriter calls_;
-    std::vector<std::string> order_;             ///< Layers of the engine, bottom first.
-    std::unordered_set<std::string> layers_;     ///< The same ones.
-    std::unordered_set<std::string> newLayers_;  ///< Those that this compilation has added.
-    std::map<std::string, CompiledSource> sources_;
+    LayerReader reader_;
+    LayerOrder order_;
+    RunPlanner planner_;
+    FeatureNumbers numbers_;
+    std::map<std::string, Source, std::less<>> sources_;
+    std::unordered_map<const MLNStyleLayer*, std::unique_ptr<ModelLayer>> layers_;
+    std::unordered_map<std::string_view, ModelLayer*> layersByName_;  ///< Keys lie in the layers.
+    std::vector<std::unique_ptr<ModelLayer>> removed_;                ///< Until no run refers to them.
+    std::vector<ModelLayer*> touched_;
+    bool needsPlan_ = false;
 };
 
 }  // namespace pelta

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <set>
-#include <tuple>
 #include <utility>
 
 #include <pelta/Platform/Dispatch.h>
@@ -29,20 +27,16 @@ bool isFinite(CGPoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
 
-val pointPair(double x, double y) {
-    val pair = val::array();
-    pair.call<void>("push", x, y);
-    return pair;
-}
-
 }  // namespace
 
-WebMapRenderer::WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize size, double screenScale)
+WebMapRenderer::WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize size, double screenScale,
+                               bool isLiteral)
     : host_(host),
       surface_(&surface),
       element_(MapSurfaces::add(surface_)),
       constrainFunction_([this](const val& arguments) { return constrain(arguments); }),
       map_((setElementSize(element_, size), element_), screenScale, constrainFunction_.value()),
+      compiler_(isLiteral),
       size_(size),
       scale_(screenScale) {
     listen("movestart", &WebMapRenderer::movementDidBegin);
@@ -354,37 +348,11 @@ std::vector<std::shared_ptr<const MLNFeature>> WebMapRenderer::featuresInRect(
     if (!isFinite(rect.origin) || !isFinite({rect.maxX(), rect.maxY()})) {
         return {};
     }
-    val options = val::object();
-    if (!layerIdentifiers.empty()) {
-        val layers = val::array();
-        for (const std::string& identifier : layerIdentifiers) {
-            if (compiler_.hasLayer(identifier)) {
-                layers.call<void>("push", identifier);
-            }
-        }
-        options.set("layers", layers);
+    const std::vector<std::string> layers = compiler_.engineLayers(layerIdentifiers);
+    if (layers.empty()) {
+        return {};
     }
-    val box = val::array();
-    box.call<void>("push", pointPair(std::min(rect.minX(), rect.maxX()), std::min(rect.minY(), rect.maxY())),
-                   pointPair(std::max(rect.minX(), rect.maxX()), std::max(rect.minY(), rect.maxY())));
-    const val hits = map_.value().call<val>("queryRenderedFeatures", box, options);
-    std::vector<std::shared_ptr<const MLNFeature>> features;
-    // A feature that several tiles hold is one hit a layer.
-    std::set<std::tuple<std::string, std::string, int>> seen;
-    const int count = hits["length"].as<int>();
-    for (int i = 0; i < count; ++i) {
-        const val hit = hits[i];
-        if (!hit["id"].isNumber()) {
-            continue;
-        }
-        const auto source = hit["source"].as<std::string>();
-        const int index = hit["id"].as<int>();
-        auto feature = compiler_.feature(source, static_cast<std::size_t>(index));
-        if (feature && seen.emplace(hit["layer"]["id"].as<std::string>(), source, index).second) {
-            features.push_back(std::move(feature));
-        }
-    }
-    return features;
+    return compiler_.features(layerIdentifiers, layers, map_.query(rect, layers));
 }
 
 }  // namespace pelta

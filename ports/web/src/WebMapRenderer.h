@@ -22,7 +22,8 @@ namespace pelta {
 /// until that is over, because the host must not be called from inside its own calls.
 class WebMapRenderer final : public MapRenderer {
  public:
-    WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize size, double screenScale);
+    /// @param isLiteral  see `setDrawsLayersLiterally`.
+    WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize size, double screenScale, bool isLiteral);
     ~WebMapRenderer() override;
 
     void setSize(CGSize size, double screenScale) override;

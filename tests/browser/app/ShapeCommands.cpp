@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <cstdint>
 #include <emscripten/bind.h>
 #include <string>
 #include <vector>
+
+#include <pelta/web/CheckingMode.h>
 
 #include "Stage.h"
 
@@ -81,6 +84,7 @@ int addMarker(const val& options) {
     marker->setAnchor(anchor);
     marker->setAngle(number(options, "angle", 0));
     marker->setIconScale(number(options, "iconScale", 1));
+    marker->setAlpha(number(options, "alpha", 1));
     if (!options["width"].isUndefined()) {
         marker->setIconImage(spotPicture(options, anchor));
     }
@@ -121,6 +125,51 @@ int addCircle(const val& options) {
     return show(circle, options);
 }
 
+/// Calls `set(value)` for an option that is given.
+template <class Set>
+void given(const val& options, const char* name, Set&& set) {
+    if (const val value = options[name]; !value.isUndefined()) {
+        set(value);
+    }
+}
+
+/// Changes what the options name and leaves the rest.
+void change(int number, const val& options) {
+    PgmShape& shape = Stage::shared().shape(number);
+    given(options, "zIndex", [&](const val& v) { shape.setZIndex(v.as<int>()); });
+    given(options, "visible", [&](const val& v) { shape.setIsVisible(v.as<bool>()); });
+    given(options, "minZoom", [&](const val& v) { shape.setVisibleMinZoom(v.as<double>()); });
+    given(options, "maxZoom", [&](const val& v) { shape.setVisibleMaxZoom(v.as<double>()); });
+    if (auto* marker = dynamic_cast<PgmMarker*>(&shape)) {
+        given(options, "at", [&](const val& v) { marker->setPosition(coordinate(v)); });
+        given(options, "alpha", [&](const val& v) { marker->setAlpha(v.as<double>()); });
+        given(options, "angle", [&](const val& v) { marker->setAngle(v.as<double>()); });
+        given(options, "iconScale", [&](const val& v) { marker->setIconScale(v.as<double>()); });
+        given(options, "title", [&](const val& v) { marker->setTitle(v.as<std::string>()); });
+        given(options, "color", [&](const val& v) { marker->setTitleColor(color(v, {})); });
+    } else if (auto* line = dynamic_cast<PgmPolyline*>(&shape)) {
+        given(options, "width", [&](const val& v) { line->setWidth(v.as<double>()); });
+        given(options, "color", [&](const val& v) { line->setColor(color(v, {})); });
+    } else if (auto* area = dynamic_cast<PgmAreaShape*>(&shape)) {
+        given(options, "width", [&](const val& v) { area->setStrokeWidth(v.as<double>()); });
+        given(options, "color", [&](const val& v) { area->setFillColor(color(v, {})); });
+    }
+}
+
+/// The numbers of the shapes found in a rectangle of a map, topmost first, each once.
+val shapesIn(int map, double left, double top, double right, double bottom) {
+    std::vector<int> numbers;
+    const auto& engine = *Stage::shared().map(map).view->mapView();
+    for (const auto& feature : engine.visibleFeaturesInRect({{left, top}, {right - left, bottom - top}}, {})) {
+        const auto* index = feature->attribute("shapeIndex");
+        const int number = Stage::shared().numberOfShape(index ? std::get<std::uint64_t>(*index) : 0);
+        if (std::find(numbers.begin(), numbers.end(), number) == numbers.end()) {
+            numbers.push_back(number);
+        }
+    }
+    return val::array(numbers);
+}
+
 void setZIndex(int shape, double zIndex) {
     Stage::shared().shape(shape).setZIndex(static_cast<std::int64_t>(zIndex));
 }
@@ -139,6 +188,9 @@ EMSCRIPTEN_BINDINGS(shape_commands) {
     emscripten::function("addPolyline", &addPolyline);
     emscripten::function("addPolygon", &addPolygon);
     emscripten::function("addCircle", &addCircle);
+    emscripten::function("change", &change);
+    emscripten::function("shapesIn", &shapesIn);
+    emscripten::function("setDrawsLayersLiterally", &pelta::setDrawsLayersLiterally);
     emscripten::function("setZIndex", &setZIndex);
     emscripten::function("setVisible", &setVisible);
 }

@@ -1,5 +1,6 @@
 #include "Stage.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace pelta::browser {
@@ -33,6 +34,13 @@ void Stage::closeMap(int index) {
 int Stage::addShape(std::shared_ptr<PgmShape> shape) {
     shapes_.push_back(std::move(shape));
     return static_cast<int>(shapes_.size()) - 1;
+}
+
+int Stage::numberOfShape(std::uint64_t shapeIndex) const {
+    const auto found = std::find_if(shapes_.begin(), shapes_.end(), [shapeIndex](const auto& shape) {
+        return shape->shapeIndex() == shapeIndex;
+    });
+    return found == shapes_.end() ? -1 : static_cast<int>(found - shapes_.begin());
 }
 
 }  // namespace pelta::browser

@@ -29,6 +29,8 @@ class Stage {
     [[nodiscard]] Map& map(int index) { return maps_.at(static_cast<std::size_t>(index)); }
 
     int addShape(std::shared_ptr<PgmShape> shape);
+    /// The number of the shape with a shape index of the library's; -1 for none.
+    [[nodiscard]] int numberOfShape(std::uint64_t shapeIndex) const;
     [[nodiscard]] PgmShape& shape(int index) { return *shapes_.at(static_cast<std::size_t>(index)); }
 
  private:

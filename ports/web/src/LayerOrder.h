@@ -1,0 +1,42 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include <pelta/Engine/MapRenderer.h>
+
+#include "JsonWriter.h"
+
+namespace pelta {
+
+/// The layers that the engine has, and the calls that change them.
+class LayerOrder {
+ public:
+    /// A document is in place, with its own layers and nothing else.
+    void reset(const StyleDocument& document);
+
+    [[nodiscard]] bool has(const std::string& identifier) const { return layers_.count(identifier) != 0; }
+    /// True for layers that the last `arrange` has added.
+    [[nodiscard]] bool isNew(const std::string& identifier) const { return added_.count(identifier) != 0; }
+    void clearNew() { added_.clear(); }
+
+    /// Takes out layers, those that the engine has.
+    void remove(JsonWriter& calls, const std::vector<std::string>& identifiers);
+    /// Takes out the layers that are not among those wanted.
+    void removeOthers(JsonWriter& calls, const std::vector<std::string>& wanted);
+    /// Adds and moves layers until they are those wanted, bottom first. `write` writes the layer with an
+    /// index.
+    void arrange(JsonWriter& calls, const std::vector<std::string>& wanted,
+                 const std::function<void(std::size_t)>& write);
+
+ private:
+    void removeIf(JsonWriter& calls, const std::function<bool(const std::string&)>& leaves);
+
+    std::vector<std::string> order_;          ///< Bottom first.
+    std::unordered_set<std::string> layers_;  ///< The same ones.
+    std::unordered_set<std::string> added_;
+};
+
+}  // namespace pelta

@@ -1,0 +1,215 @@
+#include "LayerValues.h"
+
+#include <type_traits>
+
+#include "LayerJson.h"
+#include "LayerSpec.h"
+#include "PropertyJson.h"
+
+namespace pelta {
+
+namespace {
+
+// Numbers of properties, see `visitProperties` of the layers.
+namespace symbol {
+constexpr std::size_t text = 0;
+constexpr std::size_t icon = 9;
+constexpr std::size_t textOpacity = 21;
+constexpr std::size_t iconOpacity = 22;
+}  // namespace symbol
+namespace line {
+constexpr std::size_t width = 2;
+constexpr std::size_t color = 3;
+constexpr std::size_t opacity = 5;
+}  // namespace line
+namespace fill {
+constexpr std::size_t color = 0;
+constexpr std::size_t opacity = 1;
+}  // namespace fill
+
+std::size_t kindIndex(MLNStyleLayerKind kind) {
+    switch (kind) {
+        case MLNStyleLayerKind::symbol:
+            return 0;
+        case MLNStyleLayerKind::line:
+            return 1;
+        default:
+            return 2;
+    }
+}
+
+/// The two properties that follow from others come after the layer's own.
+std::size_t slotOf(std::size_t number, std::string_view name) {
+    if (name == "text-rotation-alignment") {
+        return propertyLimit;
+    }
+    return name == "text-pitch-alignment" ? propertyLimit + 1 : number;
+}
+
+using PropertyFlags = std::array<bool, propertyLimit + 2>;
+
+/// Which properties of a kind of layer are common: a look-up for each of thousands of layers.
+const PropertyFlags& commonPropertiesOf(const MLNVectorStyleLayer& layer) {
+    static std::array<std::optional<PropertyFlags>, 3> tables;
+    auto& table = tables[kindIndex(layer.kind())];
+    if (!table) {
+        table.emplace();
+        visitLayerProperties(layer,
+                             [&](unsigned number, MLNPropertyGroup, std::string_view name, const auto&) {
+                                 (*table)[slotOf(number, name)] = !isOwnProperty(name);
+                             });
+    }
+    return *table;
+}
+
+/// An attribute's value as a property's; nothing where it is of another type.
+template <class T>
+std::optional<T> attributeAs(const MLNAttributeValue& attribute) {
+    if constexpr (std::is_same_v<T, CGVector>) {
+        const auto* numbers = std::get_if<std::vector<double>>(&attribute);
+        return numbers && numbers->size() == 2 ? std::optional(CGVector{(*numbers)[0], (*numbers)[1]})
+                                               : std::nullopt;
+    } else if constexpr (std::is_same_v<T, double>) {
+        if (const auto* whole = std::get_if<std::int64_t>(&attribute)) {
+            return static_cast<double>(*whole);
+        }
+        if (const auto* count = std::get_if<std::uint64_t>(&attribute)) {
+            return static_cast<double>(*count);
+        }
+    }
+    if constexpr (std::is_constructible_v<MLNAttributeValue, T> && !std::is_same_v<T, UIColor>) {
+        if (const auto* same = std::get_if<T>(&attribute)) {
+            return *same;
+        }
+    }
+    return std::nullopt;
+}
+
+bool isText(const SharedText& value, std::string_view wanted) {
+    return value && *value == wanted;
+}
+
+bool isClear(const SharedText& color) {
+    constexpr std::string_view end = ",0)\"";
+    return color && color->size() > end.size() &&
+           color->compare(color->size() - end.size(), end.size(), end) == 0;
+}
+
+LayerSight sightOf(const MLNVectorStyleLayer& layer, const std::array<SharedText, propertyLimit>& own) {
+    const auto when = [](bool isTransparent) {
+        return isTransparent ? LayerSight::transparent : LayerSight::visible;
+    };
+    switch (layer.kind()) {
+        case MLNStyleLayerKind::symbol: {
+            const bool hasText = own[symbol::text] && !isText(own[symbol::text], "\"\"");
+            const bool hasIcon = own[symbol::icon] != nullptr;
+            if (!hasText && !hasIcon) {
+                return LayerSight::nothing;
+            }
+            return when((!hasText || isText(own[symbol::textOpacity], "0")) &&
+                        (!hasIcon || isText(own[symbol::iconOpacity], "0")));
+        }
+        case MLNStyleLayerKind::line:
+            return isText(own[line::width], "0")
+                       ? LayerSight::nothing
+                       : when(isText(own[line::opacity], "0") || isClear(own[line::color]));
+        default:
+            return when(isText(own[fill::opacity], "0") || isClear(own[fill::color]));
+    }
+}
+
+bool isTrue(const std::optional<MLNExpression<bool>>& flag) {
+    return flag && flag->isConstant() && flag->constant();
+}
+
+/// Whether a layer may be drawn in one with its neighbours.
+bool canJoin(const MLNVectorStyleLayer& layer) {
+    if (layer.kind() == MLNStyleLayerKind::symbol) {
+        const auto& symbols = static_cast<const MLNSymbolStyleLayer&>(layer);
+        return isTrue(symbols.iconAllowsOverlap()) && isTrue(symbols.textAllowsOverlap());
+    }
+    return layer.kind() == MLNStyleLayerKind::line;
+}
+
+}  // namespace
+
+bool isOwnProperty(std::string_view name) {
+    // The engine turns the icons of a layer all alike.
+    return isDataDriven(name) && name != "icon-rotation-alignment";
+}
+
+PropertySet differences(const std::array<SharedText, propertyLimit>& a,
+                        const std::array<SharedText, propertyLimit>& b) {
+    PropertySet different = 0;
+    for (std::size_t i = 0; i < propertyLimit; ++i) {
+        different |= static_cast<PropertySet>(a[i] != b[i]) << i;
+    }
+    return different;
+}
+
+template <class T>
+SharedText LayerReader::textOf(Last& last, std::string_view name, const T& value) {
+    if (const T* same = std::get_if<T>(&last.value); same == nullptr || !(*same == value)) {
+        JsonWriter json;
+        writeValue(json, name, value);
+        const std::string text = json.take();
+        last.text = text == "null" ? nullptr : pool_.take(text);
+        last.value = value;
+    }
+    return last.text;
+}
+
+LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& shape) {
+    LayerValues values;
+    if (!layer.isVisible()) {
+        return values;
+    }
+    const auto& isCommonSlot = commonPropertiesOf(layer);
+    auto& last = last_[kindIndex(layer.kind())];
+    shared_ = {};
+    visitLayerProperties(
+        layer, [&](unsigned number, MLNPropertyGroup, std::string_view name, const auto& property) {
+            if (!property) {
+                return;
+            }
+            using T = std::decay_t<decltype(property->constant())>;
+            const std::size_t slot = slotOf(number, name);
+            SharedText text;
+            if (property->isConstant()) {
+                text = textOf(last[slot], name, property->constant());
+            } else if (const MLNAttributeValue* attribute = shape.attribute(property->attribute())) {
+                if (const auto value = attributeAs<T>(*attribute)) {
+                    text = textOf(last[slot], name, *value);
+                }
+            }
+            (isCommonSlot[slot] ? shared_[slot] : values.own[number]) = std::move(text);
+        });
+    values.sight = sightOf(layer, values.own);
+    if (values.sight == LayerSight::transparent && layer.kind() == MLNStyleLayerKind::symbol &&
+        !canJoin(layer)) {
+        values.sight = LayerSight::visible;  // It keeps others from being drawn.
+    }
+    if (values.sight != LayerSight::nothing) {
+        values.key = keyOf(layer, values);
+    }
+    return values;
+}
+
+SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values) {
+    keyText_ = typeName(layer.kind());
+    keyText_ += '\n' + layer.sourceIdentifier() + '\n' + std::to_string(layer.minimumZoomLevel()) + '\n' +
+                std::to_string(layer.maximumZoomLevel()) + '\n';
+    for (const SharedText& text : shared_) {
+        keyText_ += text ? *text : std::string();
+        keyText_ += '\n';
+    }
+    for (const SharedText& text : values.own) {
+        keyText_ += text ? '1' : '0';
+    }
+    if (values.sight == LayerSight::visible && !canJoin(layer)) {
+        keyText_ += layer.identifier();
+    }
+    return pool_.take(keyText_);
+}
+
+}  // namespace pelta

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include <pelta/Engine/MLNShape.h>
+#include <pelta/Engine/MLNStyleLayer.h>
+#include <pelta/Platform/UIColor.h>
+
+#include "SharedText.h"
+
+namespace pelta {
+
+/// More than any kind of layer has properties.
+constexpr std::size_t propertyLimit = 28;
+/// A set of properties by their number, see `MLNStyleLayer::changes`.
+using PropertySet = std::uint32_t;
+
+/// How much of a layer there is to see.
+enum class LayerSight {
+    nothing,      ///< Nothing is drawn, nothing is found.
+    transparent,  ///< Nothing to see; found where it would be.
+    visible,
+};
+
+/// What a layer shows of the one shape that it selects.
+struct LayerValues {
+    LayerSight sight = LayerSight::nothing;
+    /// What layers that are drawn as one have in common, as a text to compare. Null for nothing to be drawn.
+    SharedText key;
+    /// The values that each of them can have for itself, as JSON data by number; null where not set.
+    std::array<SharedText, propertyLimit> own;
+};
+
+/// Whether each of the layers that are drawn as one can have a value of its own for a property.
+[[nodiscard]] bool isOwnProperty(std::string_view name);
+
+/// The properties in which two layers differ.
+[[nodiscard]] PropertySet differences(const std::array<SharedText, propertyLimit>& a,
+                                      const std::array<SharedText, propertyLimit>& b);
+
+/// Reads the values of layers. Neighbours mostly have equal ones, so it remembers the last value of each
+/// property and spares writing it anew.
+class LayerReader {
+ public:
+    /// @param layer  neither a document's layer nor of another kind than fill, line and symbol.
+    [[nodiscard]] LayerValues read(const MLNVectorStyleLayer& layer, const MLNShape& shape);
+
+ private:
+    using Value = std::variant<std::monostate, bool, double, std::string, UIColor, CGVector,
+                               std::vector<std::string>, std::vector<double>>;
+    struct Last {
+        Value value;
+        SharedText text;
+    };
+
+    template <class T>
+    [[nodiscard]] SharedText textOf(Last& last, std::string_view name, const T& value);
+    [[nodiscard]] SharedText keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values);
+
+    TextPool pool_;
+    std::array<std::array<Last, propertyLimit + 2>, 3> last_;  ///< By kind and property.
+    std::array<SharedText, propertyLimit + 2> shared_;         ///< Of the layer being read.
+    std::string keyText_;
+};
+
+}  // namespace pelta

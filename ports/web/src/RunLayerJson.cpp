@@ -1,0 +1,109 @@
+#include "RunLayerJson.h"
+
+#include <array>
+
+#include "LayerJson.h"
+#include "PropertyJson.h"
+#include "RunSource.h"
+
+namespace pelta {
+
+namespace {
+
+std::vector<NamedProperty> namedProperties(const MLNVectorStyleLayer& layer) {
+    std::vector<NamedProperty> names;
+    visitLayerProperties(layer,
+                         [&](unsigned number, MLNPropertyGroup group, std::string_view name, const auto&) {
+                             if (name != "text-rotation-alignment" && name != "text-pitch-alignment") {
+                                 names.push_back({number, name, group});
+                             }
+                         });
+    return names;
+}
+
+/// What the engine's layer holds for a property: the base value, or where features carry their own, those.
+std::string valueJson(const Run& run, const NamedProperty& property) {
+    const std::string base = literalExpression(property.name, *run.base[property.number]);
+    if ((run.varying & (PropertySet{1} << property.number)) == 0) {
+        return base;
+    }
+    const std::string name = "\"" + std::string(property.name) + "\"";
+    return R"(["case",["has",)" + name + R"(],["get",)" + name + "]," + base + "]";
+}
+
+void writeGroup(JsonWriter& json, const Run& run, MLNPropertyGroup wanted) {
+    const ModelLayer& first = *run.members.front();
+    json.beginObject();
+    if (wanted == MLNPropertyGroup::layout) {
+        json.key(std::string(typeName(first.layer->kind())) + "-sort-key");
+        json.raw(R"(["get","key"])");
+    }
+    visitLayerProperties(
+        *first.drawn, [&](unsigned number, MLNPropertyGroup group, std::string_view name, const auto& value) {
+            if (group != wanted || !value) {
+                return;
+            }
+            if (isOwnProperty(name)) {
+                if (run.base[number]) {
+                    json.key(name);
+                    json.raw(valueJson(run, {number, name, group}));
+                }
+            } else if (value->isConstant()) {
+                json.key(name);
+                json.raw(propertyJson(name, value));
+            }
+        });
+    json.endObject();
+}
+
+}  // namespace
+
+std::vector<NamedProperty> propertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers) {
+    static std::array<std::vector<NamedProperty>, 5> tables;
+    auto& table = tables[static_cast<std::size_t>(layer.kind())];
+    if (table.empty()) {
+        table = namedProperties(layer);
+    }
+    std::vector<NamedProperty> selected;
+    for (const NamedProperty& property : table) {
+        if ((numbers & (PropertySet{1} << property.number)) != 0) {
+            selected.push_back(property);
+        }
+    }
+    return selected;
+}
+
+std::string runSourceIdentifier(const MLNVectorStyleLayer& layer) {
+    return layer.sourceIdentifier() + "#" + std::string(typeName(layer.kind()));
+}
+
+void writeRunLayer(JsonWriter& json, const Run& run) {
+    const MLNVectorStyleLayer& first = *run.members.front()->drawn;
+    json.beginObject();
+    json.member("id", run.layerIdentifier());
+    json.member("type", typeName(first.kind()));
+    json.member("minzoom", static_cast<double>(first.minimumZoomLevel()));
+    json.member("maxzoom", static_cast<double>(first.maximumZoomLevel()));
+    json.member("source", runSourceIdentifier(first));
+    json.key("filter");
+    json.raw(R"(["==",["get","run"],)" + std::to_string(run.number) + "]");
+    json.key("layout");
+    writeGroup(json, run, MLNPropertyGroup::layout);
+    json.key("paint");
+    writeGroup(json, run, MLNPropertyGroup::paint);
+    json.endObject();
+}
+
+void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
+    for (const NamedProperty& property : propertiesIn(*run.members.front()->drawn, run.unwritten)) {
+        beginStyleCall(calls,
+                       property.group == MLNPropertyGroup::layout ? "setLayoutProperty" : "setPaintProperty");
+        calls.value(run.layerIdentifier());
+        calls.value(property.name);
+        calls.raw(valueJson(run, property));
+        writeUnchecked(calls);
+        calls.endArray();
+    }
+}
+
+}  // namespace pelta

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "JsonWriter.h"
+#include "Run.h"
+
+namespace pelta {
+
+/// A property of a kind of layer that features can have values of their own for.
+struct NamedProperty {
+    std::size_t number = 0;
+    std::string_view name;
+    MLNPropertyGroup group = MLNPropertyGroup::paint;
+};
+
+/// The properties of a layer's kind whose numbers are in a set.
+[[nodiscard]] std::vector<NamedProperty> propertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers);
+
+/// Name of the engine's source for the runs over a source of the model, by kind of layer: so no change
+/// reaches layers of another kind.
+[[nodiscard]] std::string runSourceIdentifier(const MLNVectorStyleLayer& layer);
+
+/// Writes the engine's layer for a run.
+void writeRunLayer(JsonWriter& json, const Run& run);
+
+/// Writes the calls that bring the `unwritten` properties of a run's layer in line.
+void writeRunLayerChanges(JsonWriter& calls, const Run& run);
+
+}  // namespace pelta
