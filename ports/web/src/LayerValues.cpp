@@ -14,6 +14,8 @@ namespace {
 namespace symbol {
 constexpr std::size_t text = 0;
 constexpr std::size_t icon = 9;
+constexpr std::size_t iconScale = 10;
+constexpr std::size_t iconRotation = 11;
 constexpr std::size_t textOpacity = 21;
 constexpr std::size_t iconOpacity = 22;
 }  // namespace symbol
@@ -93,6 +95,13 @@ bool isClear(const SharedText& color) {
     constexpr std::string_view end = ",0)\"";
     return color && color->size() > end.size() &&
            color->compare(color->size() - end.size(), end.size(), end) == 0;
+}
+
+/// The engine draws the pictures of a layer unsmoothed if none of them is scaled or turned: that must not
+/// depend on the neighbours.
+bool isSmoothed(const std::array<SharedText, propertyLimit>& own) {
+    return (own[symbol::iconScale] && !isText(own[symbol::iconScale], "1")) ||
+           (own[symbol::iconRotation] && !isText(own[symbol::iconRotation], "0"));
 }
 
 LayerSight sightOf(const MLNVectorStyleLayer& layer, const std::array<SharedText, propertyLimit>& own) {
@@ -205,6 +214,9 @@ SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, const LayerValue
     }
     for (const SharedText& text : values.own) {
         keyText_ += text ? '1' : '0';
+    }
+    if (layer.kind() == MLNStyleLayerKind::symbol) {
+        keyText_ += isSmoothed(values.own) ? " smoothed" : "";
     }
     if (values.sight == LayerSight::visible && !canJoin(layer)) {
         keyText_ += layer.identifier();

@@ -160,7 +160,8 @@ void change(int number, const val& options) {
 val shapesIn(int map, double left, double top, double right, double bottom) {
     std::vector<int> numbers;
     const auto& engine = *Stage::shared().map(map).view->mapView();
-    for (const auto& feature : engine.visibleFeaturesInRect({{left, top}, {right - left, bottom - top}}, {})) {
+    for (const auto& feature :
+         engine.visibleFeaturesInRect({{left, top}, {right - left, bottom - top}}, {})) {
         const auto* index = feature->attribute("shapeIndex");
         const int number = Stage::shared().numberOfShape(index ? std::get<std::uint64_t>(*index) : 0);
         if (std::find(numbers.begin(), numbers.end(), number) == numbers.end()) {
