@@ -226,3 +226,74 @@ test(`${sceneCount} random scenes look and answer the same, merged and layer by 
     assert.deepEqual(failures, []);
     assert.deepEqual(stage.errors, []);
 });
+
+/** Runs in the page: keeps what goes to the engine's sources, for `takeSent`. */
+async function listenToSources() {
+    const { GeoJSONSource } = await import('./maplibre-gl.mjs');
+    globalThis.sent = [];
+    for (const method of ['updateData', 'setData']) {
+        const original = GeoJSONSource.prototype[method];
+        GeoJSONSource.prototype[method] = function record(data) {
+            globalThis.sent.push([method, data]);
+            return original.call(this, data);
+        };
+    }
+}
+
+/** What a call has changed, in short: "add 1", "update 1 newGeometry", "update 1 title". */
+function inShort([method, { remove = [], add = [], update = [] }]) {
+    const parts = [];
+    for (const [name, list] of Object.entries({ remove, add, update })) {
+        const details = list.flatMap?.(({ newGeometry, addOrUpdateProperties = [], removeProperties = [] }) =>
+            [...(newGeometry ? ['geometry'] : []), ...addOrUpdateProperties.map(({ key }) => key), ...removeProperties.map((key) => `no ${key}`)]) ?? [];
+        parts.push(...(list.length > 0 ? [[name, list.length, ...(name === 'update' ? details : [])].join(' ')] : []));
+    }
+    return [method, ...parts].join(' ');
+}
+
+for (const [count, what] of [[5, 'a few'], [40, 'many']]) {
+    test(`changes to one of ${what} markers cross as changes to one feature`, async () => {
+        const stage = await studio.open();
+        await stage.openMap();
+        await stage.page.evaluate(listenToSources);
+        const marker = (i) => ['addMarker', { at: [0, (i - count / 2) * 6 * degree], title: `T ${i}` }];
+        const numbers = await stage.act(Array.from({ length: count }, (_, i) => marker(i)));
+        const sentBy = async (...commands) => {
+            await stage.page.evaluate(() => { globalThis.sent = []; });
+            await stage.act(commands);
+            return (await stage.page.evaluate(() => globalThis.sent)).map(inShort);
+        };
+        const third = numbers[2];
+        const away = ['change', third, { at: [20 * degree, 0] }];
+        if (count > 16) {
+            // The markers share a key: the moved one gets its own, those above it another.
+            assert.deepEqual(await sentBy(away), [`updateData remove ${count - 3} add ${count - 3} update 1 key geometry`]);
+        } else {
+            assert.deepEqual(await sentBy(away), ['updateData update 1 geometry']);
+        }
+        const back = ['change', third, { at: [0, 0] }];
+        assert.deepEqual(await sentBy(back), ['updateData update 1 geometry']);
+        assert.deepEqual(await sentBy(['change', third, { title: 'new' }]), ['updateData update 1 text-field']);
+        assert.deepEqual(await sentBy(['change', third, { zIndex: 1 }]), ['updateData update 1 key']);
+        assert.deepEqual(await sentBy(['setVisible', third, false]), ['updateData remove 1']);
+        assert.deepEqual(await sentBy(['setVisible', third, true]), ['updateData add 1']);
+        assert.deepEqual(await sentBy(marker(count)), ['updateData add 1']);
+        assert.deepEqual(stage.errors, []);
+    });
+}
+
+test('a title lies above a later icon of its run, and only there', async () => {
+    const stage = await studio.open({ width: 2 * width, height });
+    await openBoth(stage, plainStyle);
+    const [red, green] = [[255, 0, 0], [0, 160, 0]];
+    const titled = { at: [0, 0], width: 10, height: 10, title: '\u2588\u2588', titleColor: red, titleHaloColor: red, titleSize: 20 };
+    const cover = { at: [-40 * degree, 0], width: 60, height: 60, color: green, spot: green };
+    for (const [otherRun, isCovered] of [[{}, false], [{ minZoom: 5 }, true]]) {
+        const numbers = await actOnBoth(stage, [0, 1].flatMap((map) =>
+            [['addMarker', { ...titled, map }], ['addMarker', { ...cover, ...otherRun, zIndex: 1, map }]]));
+        const picture = await stage.picture(`title-covered-${isCovered}`);
+        assert.equal(picture.find(red, [0, 0, width, height]).count < 20, isCovered, 'merged');
+        assert.ok(picture.find(red, [width, 0, 2 * width, height]).count < 20, 'literal');
+        await actOnBoth(stage, numbers.map((number) => ['removeShape', number]));
+    }
+});
