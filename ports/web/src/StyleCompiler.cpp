@@ -144,8 +144,8 @@ void StyleCompiler::setLiteral(ModelLayer& layer, bool isLiteral) {
     layer.isLiteral = isLiteral;
     needsPlan_ = true;
     if (layer.drawn != nullptr) {
-        Source& source = sources_[layer.drawn->sourceIdentifier()];
-        isLiteral ? ++source.literalLayers : --source.literalLayers;
+        std::size_t& users = sources_[layer.drawn->sourceIdentifier()].literalLayers;
+        users = isLiteral ? users + 1 : users - 1;
     }
 }
 
