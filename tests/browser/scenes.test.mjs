@@ -267,7 +267,7 @@ for (const [count, what] of [[5, 'a few'], [40, 'many']]) {
         const away = ['change', third, { at: [20 * degree, 0] }];
         if (count > 16) {
             // The markers share a key: the moved one gets its own, those above it another.
-            assert.deepEqual(await sentBy(away), [`updateData remove ${count - 3} add ${count - 3} update 1 key geometry`]);
+            assert.deepEqual(await sentBy(away), [`updateData remove ${count - 3} add ${count - 3} update 1 geometry key`]);
         } else {
             assert.deepEqual(await sentBy(away), ['updateData update 1 geometry']);
         }
@@ -277,7 +277,8 @@ for (const [count, what] of [[5, 'a few'], [40, 'many']]) {
         assert.deepEqual(await sentBy(['change', third, { zIndex: 1 }]), ['updateData update 1 key']);
         assert.deepEqual(await sentBy(['setVisible', third, false]), ['updateData remove 1']);
         assert.deepEqual(await sentBy(['setVisible', third, true]), ['updateData add 1']);
-        assert.deepEqual(await sentBy(marker(count)), ['updateData add 1']);
+        // Of many markers, the third came back with the key of the others, and has to follow the new one.
+        assert.deepEqual(await sentBy(marker(count)), [count > 16 ? 'updateData remove 1 add 2' : 'updateData add 1']);
         assert.deepEqual(stage.errors, []);
     });
 }
