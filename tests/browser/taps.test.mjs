@@ -134,6 +134,7 @@ test('the location button leads back to the user', async () => {
     await stage.page.mouse.move(200, 100);
     await stage.page.mouse.down();
     await stage.page.mouse.move(260, 160, { steps: 8 });
+    await stage.page.waitForTimeout(300); // Released at rest, the map does not run on.
     await stage.page.mouse.up();
     await stage.page.waitForFunction((text) => !eval(`(${text})()`), isAtUser.toString());
     await click(stage, 'My location');

@@ -179,6 +179,10 @@ void setVisible(int shape, bool visible) {
     Stage::shared().shape(shape).setIsVisible(visible);
 }
 
+void removeShape(int shape) {
+    Stage::shared().shape(shape).setMapView(nullptr);
+}
+
 }  // namespace
 
 }  // namespace pelta::browser
@@ -194,4 +198,5 @@ EMSCRIPTEN_BINDINGS(shape_commands) {
     emscripten::function("setDrawsLayersLiterally", &pelta::setDrawsLayersLiterally);
     emscripten::function("setZIndex", &setZIndex);
     emscripten::function("setVisible", &setVisible);
+    emscripten::function("removeShape", &removeShape);
 }
