@@ -19,6 +19,8 @@ function(pelta_add_layer_spec target)
         DEPENDS "${script}" "${PELTA_STYLE_FORMAT}"
         COMMENT "Writing LayerSpec.h for ${target}"
         VERBATIM)
+    # Tools that read the sources without compiling them ask for the header by this name.
+    add_custom_target(${target}_layer_spec DEPENDS "${out}/LayerSpec.h")
     target_sources(${target} PRIVATE "${out}/LayerSpec.h")
     target_include_directories(${target} PRIVATE "${out}")
 endfunction()

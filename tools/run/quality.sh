@@ -33,7 +33,7 @@ run_lint() {
     need_node_modules
     configure release
     configure web
-    step "Writing the header that the build makes" in_root cmake --build --preset release --target viewer_data_cities
+    step "Writing the headers that the build makes" write_headers
     if ((${#files[@]} == 0)); then
         # The tests are left out: a quarter of an hour for code that runs every time anyway. Name one to lint it.
         mapfile -d '' -t files < <(own_sources | grep -z '\.cpp$' | grep -zv '^tests/')
@@ -41,6 +41,11 @@ run_lint() {
         mapfile -t files < <(realpath --relative-to="$root" -- "${files[@]}")
     fi
     step "Linting ${#files[@]} C++ sources" lint_sources "${files[@]}"
+}
+
+write_headers() {
+    in_root cmake --build --preset release --target viewer_data_cities &&
+        in_root cmake --build --preset web --target pelta_web_layer_spec
 }
 
 lint_sources() {

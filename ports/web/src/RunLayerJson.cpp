@@ -23,7 +23,7 @@ std::vector<NamedProperty> namedProperties(const MLNVectorStyleLayer& layer) {
 
 /// What the engine's layer holds for a property: the base value, or where features carry their own, those.
 std::string valueJson(const Run& run, const NamedProperty& property) {
-    const std::string base = literalExpression(property.name, *run.base[property.number]);
+    std::string base = literalExpression(property.name, *run.base[property.number]);
     if ((run.varying & (PropertySet{1} << property.number)) == 0) {
         return base;
     }

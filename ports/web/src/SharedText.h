@@ -26,7 +26,7 @@ class TextPool {
             }
             delete gone;
         };
-        const SharedText added(new std::string(text), remove);
+        SharedText added(new std::string(text), remove);
         texts_->emplace(*added, added);
         return added;
     }
