@@ -36,7 +36,9 @@ Feature FeatureReader::read(simdjson::simdjson_result<od::object> object) {
     return std::move(feature_);
 }
 
-bool FeatureReader::readMembers(od::object& object) {
+/// Calls `read(key, value)` for each member until it returns false.
+template <class Read>
+bool FeatureReader::forEachMember(od::object& object, Read&& read) {
     for (auto member : object) {
         std::string_view key;
         Value value;
@@ -46,14 +48,19 @@ bool FeatureReader::readMembers(od::object& object) {
         if (const auto error = member.value().get(value)) {
             return failFor(error);
         }
-        const bool isRead = key == "type"       ? readText(value, "its type", type_)
-                            : key == "geometry" ? readGeometry(value)
-                                                : check(value, 1);
-        if (!isRead) {
+        if (!read(key, value)) {
             return false;
         }
     }
     return true;
+}
+
+bool FeatureReader::readMembers(od::object& object) {
+    return forEachMember(object, [this](std::string_view key, Value value) {
+        return key == "type"       ? readText(value, "its type", type_)
+               : key == "geometry" ? readGeometry(value)
+                                   : check(value, 1);
+    });
 }
 
 bool FeatureReader::readText(Value value, const char* what, std::string& text) {
@@ -80,23 +87,11 @@ bool FeatureReader::readGeometry(Value value) {
     if (value.get_object().get(members) != simdjson::SUCCESS) {
         return fail("its geometry is neither an object nor null");
     }
-    for (auto member : members) {
-        std::string_view key;
-        Value part;
-        if (const auto error = member.unescaped_key().get(key)) {
-            return failFor(error);
-        }
-        if (const auto error = member.value().get(part)) {
-            return failFor(error);
-        }
-        const bool isRead = key == "type"          ? readText(part, "its geometry's type", geometry_.type)
-                            : key == "coordinates" ? readCoordinates(part)
-                                                   : check(part, 2);
-        if (!isRead) {
-            return false;
-        }
-    }
-    return true;
+    return forEachMember(members, [this](std::string_view key, Value part) {
+        return key == "type"          ? readText(part, "its geometry's type", geometry_.type)
+               : key == "coordinates" ? readCoordinates(part)
+                                      : check(part, 2);
+    });
 }
 
 /// Whether these are to be a Point's may stand behind them; so what would be wrong with them is only noted.

@@ -38,6 +38,8 @@ class FeatureReader {
     using Value = simdjson::ondemand::value;
 
     // They return false after setting the feature's fault.
+    template <class Read>
+    bool forEachMember(simdjson::ondemand::object& object, Read&& read);
     bool readMembers(simdjson::ondemand::object& object);
     bool readText(Value value, const char* what, std::string& text);
     bool readGeometry(Value value);
