@@ -212,6 +212,14 @@ async function judge(stage, seed) {
     await actOnBoth(stage, [0, 1].flatMap((map) => scene.changes.map(([place, options]) =>
         options ? ['change', numbers[map][place], options] : ['removeShape', numbers[map][place]])));
     failures.push(...await compare(stage, scene, numbers, `scene-${seed}-changed`));
+    if (seed % 4 === 0) {
+        // Further out lines are wider on the ground, so that other areas can be drawn together; then back in.
+        for (const [name, step] of [['out', -scene.between(1, 3)], ['in', 0]]) {
+            const [y, x, zoom, ...rest] = scene.camera;
+            await actOnBoth(stage, [0, 1].map((map) => ['look', map, y, x, zoom + step, ...rest]));
+            failures.push(...await compare(stage, scene, numbers, `scene-${seed}-${name}`));
+        }
+    }
     await actOnBoth(stage, all.map((number) => ['removeShape', number]));
     return failures;
 }
@@ -282,6 +290,39 @@ for (const [count, what] of [[5, 'a few'], [40, 'many']]) {
         assert.deepEqual(stage.errors, []);
     });
 }
+
+/** Runs in the page: keeps the engine's maps, for `layerCount`. */
+async function listenToMaps() {
+    const { Map } = await import('./maplibre-gl.mjs');
+    const original = Map.prototype.triggerRepaint;
+    Map.prototype.triggerRepaint = function record() {
+        globalThis.engineMap = this;
+        return original.call(this);
+    };
+    globalThis.layerCount = () => globalThis.engineMap.getLayersOrder().length;
+}
+
+test('areas with outlines are two engine layers for as long as they lie apart', async () => {
+    const stage = await studio.open();
+    await stage.openMap();
+    await stage.page.evaluate(listenToMaps);
+    const square = (x, y, side) => [[0, 0], [0, 1], [1, 1], [1, 0]].map(([up, right]) => [(y + up * side) * degree, (x + right * side) * degree]);
+    const area = (x, y) => ['addPolygon', { ring: square(x, y, 20), fill: [200, 80, 0, 0.5], stroke: [0, 0, 0], strokeWidth: 4 }];
+    const countAfter = async (...commands) => {
+        await stage.act(commands);
+        return stage.page.evaluate(() => globalThis.layerCount());
+    };
+    const before = await countAfter(['look', 0, 0, 0, 10.1, 0, 0]);
+    const grid = Array.from({ length: 36 }, (_, i) => area((i % 6) * 40 - 120, Math.floor(i / 6) * 40 - 120));
+    assert.equal(await countAfter(...grid), before + 2, 'apart');
+    assert.ok(await countAfter(['look', 0, 0, 0, 7.5, 0, 0]) > before + 8, 'so far out that outlines meet');
+    assert.equal(await countAfter(['look', 0, 0, 0, 10, 0, 0]), before + 2, 'apart again');
+    const atDateLine = (x, longitude) => ['addPolygon', { ring: square(x, 0, 10).map(([north, east]) => [north, east + longitude]), strokeWidth: 0 }];
+    assert.equal(await countAfter(atDateLine(-20, 180), atDateLine(5, -180)), before + 2, 'apart at the date line');
+    assert.equal(await countAfter(atDateLine(-10, -180)), before + 3, 'touching across the date line');
+    assert.equal(await countAfter(area(-110, -110)), before + 4, 'overlapping');
+    assert.deepEqual(stage.errors, []);
+});
 
 test('a title lies above a later icon of its run, and only there', async () => {
     const stage = await studio.open({ width: 2 * width, height });

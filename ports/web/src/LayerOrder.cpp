@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "AscendingRun.h"
 #include "LayerJson.h"
@@ -58,28 +59,46 @@ void LayerOrder::reset(const StyleDocument& document) {
 void LayerOrder::remove(JsonWriter& calls, const std::vector<std::string>& identifiers) {
     const bool hasAny = std::any_of(identifiers.begin(), identifiers.end(),
                                     [this](const std::string& identifier) { return has(identifier); });
-    if (hasAny) {
-        const std::unordered_set<std::string_view> leaving(identifiers.begin(), identifiers.end());
-        removeIf(calls, [&](const std::string& identifier) { return leaving.count(identifier) != 0; });
+    if (!hasAny) {
+        return;
+    }
+    const std::unordered_set<std::string_view> leaving(identifiers.begin(), identifiers.end());
+    std::erase_if(order_, [&](const std::string& identifier) {
+        if (leaving.count(identifier) == 0) {
+            return false;
+        }
+        writeRemoval(calls, identifier);
+        return true;
+    });
+}
+
+void LayerOrder::removeOthers(JsonWriter& calls, const std::vector<std::string>& wanted,
+                              const std::function<bool(const std::string&)>& isOfRun) {
+    const std::unordered_set<std::string_view> staying(wanted.begin(), wanted.end());
+    std::erase_if(order_, [&](const std::string& identifier) {
+        if (staying.count(identifier) != 0) {
+            return false;
+        }
+        if (isOfRun(identifier)) {
+            retired_.push_back(identifier);
+        } else {
+            writeRemoval(calls, identifier);
+        }
+        return true;
+    });
+}
+
+void LayerOrder::removeRetired(JsonWriter& calls) {
+    for (const std::string& identifier : std::exchange(retired_, {})) {
+        writeRemoval(calls, identifier);
     }
 }
 
-void LayerOrder::removeOthers(JsonWriter& calls, const std::vector<std::string>& wanted) {
-    const std::unordered_set<std::string_view> staying(wanted.begin(), wanted.end());
-    removeIf(calls, [&](const std::string& identifier) { return staying.count(identifier) == 0; });
-}
-
-void LayerOrder::removeIf(JsonWriter& calls, const std::function<bool(const std::string&)>& leaves) {
-    std::erase_if(order_, [&](const std::string& identifier) {
-        if (!leaves(identifier)) {
-            return false;
-        }
-        beginStyleCall(calls, "removeLayer");
-        calls.value(identifier);
-        calls.endArray();
-        layers_.erase(identifier);
-        return true;
-    });
+void LayerOrder::writeRemoval(JsonWriter& calls, const std::string& identifier) {
+    beginStyleCall(calls, "removeLayer");
+    calls.value(identifier);
+    calls.endArray();
+    layers_.erase(identifier);
 }
 
 void LayerOrder::arrange(JsonWriter& calls, const std::vector<std::string>& wanted,

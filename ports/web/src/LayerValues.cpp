@@ -1,5 +1,6 @@
 #include "LayerValues.h"
 
+#include <cstdlib>
 #include <type_traits>
 
 #include "LayerJson.h"
@@ -20,6 +21,8 @@ constexpr std::size_t textOpacity = 21;
 constexpr std::size_t iconOpacity = 22;
 }  // namespace symbol
 namespace line {
+constexpr std::size_t cap = 0;
+constexpr std::size_t join = 1;
 constexpr std::size_t width = 2;
 constexpr std::size_t color = 3;
 constexpr std::size_t opacity = 5;
@@ -131,13 +134,33 @@ bool isTrue(const std::optional<MLNExpression<bool>>& flag) {
     return flag && flag->isConstant() && flag->constant();
 }
 
-/// Whether a layer may be drawn in one with its neighbours.
-bool canJoin(const MLNVectorStyleLayer& layer) {
-    if (layer.kind() == MLNStyleLayerKind::symbol) {
-        const auto& symbols = static_cast<const MLNSymbolStyleLayer&>(layer);
-        return isTrue(symbols.iconAllowsOverlap()) && isTrue(symbols.textAllowsOverlap());
+/// Whether a layer's symbols are left out where they would lie over others, or push others aside.
+bool avoidsOthers(const MLNVectorStyleLayer& layer) {
+    if (layer.kind() != MLNStyleLayerKind::symbol) {
+        return false;
     }
-    return layer.kind() == MLNStyleLayerKind::line;
+    const auto& symbols = static_cast<const MLNSymbolStyleLayer&>(layer);
+    return !isTrue(symbols.iconAllowsOverlap()) || !isTrue(symbols.textAllowsOverlap());
+}
+
+/// Points that a layer is drawn beyond its shape: half the width of a line, more where corners and ends stand
+/// out, and what smoothing takes. @param get  answers the value of a property by its number.
+template <class Get>
+double reachOf(const MLNVectorStyleLayer& layer, const Get& get) {
+    constexpr double smoothing = 1;
+    if (layer.kind() != MLNStyleLayerKind::line) {
+        return smoothing;
+    }
+    constexpr double defaultWidth = 1;
+    constexpr double miterLimit = 2;
+    constexpr double squareDiagonal = 1.4142135623730951;
+    const SharedText& width = get(line::width);
+    const SharedText& join = get(line::join);
+    const double half = (width ? std::strtod(width->c_str(), nullptr) : defaultWidth) / 2;
+    if (!join || isText(join, "\"miter\"")) {
+        return half * miterLimit + smoothing;
+    }
+    return half * (isText(get(line::cap), "\"square\"") ? squareDiagonal : 1) + smoothing;
 }
 
 }  // namespace
@@ -194,8 +217,10 @@ LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& 
             (isCommonSlot[slot] ? shared_[slot] : values.own[number]) = std::move(text);
         });
     values.sight = sightOf(layer, values.own);
-    if (values.sight == LayerSight::transparent && layer.kind() == MLNStyleLayerKind::symbol &&
-        !canJoin(layer)) {
+    values.reach = reachOf(layer, [&](std::size_t number) -> const SharedText& {
+        return isCommonSlot[number] ? shared_[number] : values.own[number];
+    });
+    if (values.sight == LayerSight::transparent && avoidsOthers(layer)) {
         values.sight = LayerSight::visible;  // It keeps others from being drawn.
     }
     if (values.sight != LayerSight::nothing) {
@@ -218,7 +243,7 @@ SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, const LayerValue
     if (layer.kind() == MLNStyleLayerKind::symbol) {
         keyText_ += isSmoothed(values.own) ? " smoothed" : "";
     }
-    if (values.sight == LayerSight::visible && !canJoin(layer)) {
+    if (avoidsOthers(layer)) {
         keyText_ += layer.identifier();
     }
     return pool_.take(keyText_);

@@ -35,6 +35,7 @@ struct LayerValues {
     SharedText key;
     /// The values that each of them can have for itself, as JSON data by number; null where not set.
     std::array<SharedText, propertyLimit> own;
+    double reach = 0;  ///< Points that lines and areas are drawn beyond their shape, at most.
 };
 
 /// Whether each of the layers that are drawn as one can have a value of its own for a property.

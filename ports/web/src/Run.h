@@ -9,6 +9,7 @@
 
 #include <pelta/Engine/MLNStyleLayer.h>
 
+#include "Extent.h"
 #include "LayerValues.h"
 #include "ShapeIndex.h"
 
@@ -24,8 +25,10 @@ struct ModelLayer {
     ShapePlace* place = nullptr;  ///< Of the identifier that the layer selects; null if it does not.
     std::size_t rank = 0;         ///< Place in the stack, bottom first.
 
-    bool isLiteral = false;  ///< An engine layer of its own, as the model has it.
-    LayerValues values;      ///< Else, what its feature shows.
+    bool isLiteral = false;            ///< An engine layer of its own, as the model has it.
+    LayerValues values;                ///< Else, what its feature shows; of a literal layer only the sight.
+    Extent extent;                     ///< Of the shape, of a line or an area.
+    std::uint64_t extentRevision = 0;  ///< Of the shape, when the extent was taken.
 
     Run* run = nullptr;        ///< That it is drawn with; null when there is nothing to draw.
     std::size_t position = 0;  ///< Among the run's members.

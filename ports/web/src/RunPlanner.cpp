@@ -1,49 +1,32 @@
 #include "RunPlanner.h"
 
 #include <algorithm>
+#include <cmath>
 #include <set>
 #include <unordered_map>
 #include <utility>
 
 namespace pelta {
 
-std::vector<RunPlanner::Draft> RunPlanner::draft(const std::vector<ModelLayer*>& layers) {
-    std::vector<Draft> drafts;
-    std::vector<ModelLayer*> unseen;
-    for (ModelLayer* layer : layers) {
-        if (layer->isLiteral) {
-            drafts.push_back({nullptr, {}, layer, nullptr});
-        } else if (layer->values.sight != LayerSight::nothing) {
-            const SharedText& key = layer->values.key;
-            if (!drafts.empty() && drafts.back().key == key) {
-                drafts.back().members.push_back(layer);
-            } else if (layer->values.sight == LayerSight::transparent) {
-                unseen.push_back(layer);
-            } else {
-                drafts.push_back({key, {layer}, nullptr, nullptr});
-            }
-        }
-    }
-    // What cannot be seen can stand anywhere.
-    std::unordered_map<const std::string*, std::size_t> unseenDrafts;
-    for (ModelLayer* layer : unseen) {
-        const auto [entry, isNew] = unseenDrafts.emplace(layer->values.key.get(), drafts.size());
-        if (isNew) {
-            drafts.push_back({layer->values.key, {}, nullptr, nullptr});
-        }
-        drafts[entry->second].members.push_back(layer);
-    }
-    return drafts;
+namespace {
+
+/// The lowest zoom that a plan made at a zoom is to be right for: whole, so that plans are made seldom, and
+/// some way below, so that a camera that moves out finds the next plan drawn.
+double plannedZoomFor(double zoom) {
+    constexpr double lead = 0.25;
+    return std::max(std::floor(zoom - lead), 0.0);
 }
 
-void RunPlanner::matchRuns(std::vector<Draft>& drafts) {
+}  // namespace
+
+void RunPlanner::matchRuns(std::vector<RunDraft>& drafts) {
     struct Vote {
         std::size_t count;
-        Draft* draft;
+        RunDraft* draft;
         Run* run;
     };
     std::vector<Vote> votes;
-    for (Draft& draft : drafts) {
+    for (RunDraft& draft : drafts) {
         std::unordered_map<Run*, std::size_t> counts;
         for (const ModelLayer* member : draft.members) {
             if (member->run != nullptr && member->run->key == draft.key) {
@@ -65,7 +48,7 @@ void RunPlanner::matchRuns(std::vector<Draft>& drafts) {
     }
 }
 
-std::unique_ptr<Run> RunPlanner::makeRun(const Draft& draft) {
+std::unique_ptr<Run> RunPlanner::makeRun(const RunDraft& draft) {
     auto run = std::make_unique<Run>();
     run->number = ++lastNumber_;
     run->key = draft.key;
@@ -82,15 +65,27 @@ void RunPlanner::fillRun(Run& run, std::vector<ModelLayer*> members) {
     run.members = std::move(members);
 }
 
-void RunPlanner::plan(const std::vector<ModelLayer*>& layers) {
-    std::vector<Draft> drafts = draft(layers);
+bool RunPlanner::holdsAt(double zoom) const noexcept {
+    const double wanted = plannedZoomFor(zoom);
+    return wanted == plannedZoom_ || (wanted > plannedZoom_ && !isCrowded_);
+}
+
+void RunPlanner::plan(const std::vector<ModelLayer*>& layers, double zoom) {
+    plannedZoom_ = plannedZoomFor(zoom);
+    constexpr double worldSizeAtZero = 512;
+    RunStack stack(worldSizeAtZero * std::exp2(plannedZoom_));
+    for (ModelLayer* layer : layers) {
+        stack.put(*layer);
+    }
+    isCrowded_ = stack.isCrowded();
+    std::vector<RunDraft> drafts = stack.take();
     matchRuns(drafts);
     for (ModelLayer* layer : layers) {
         layer->run = nullptr;
     }
     auto former = std::exchange(runs_, {});
     layers_.clear();
-    for (Draft& draft : drafts) {
+    for (RunDraft& draft : drafts) {
         if (draft.literal == nullptr) {
             auto run = draft.run ? std::move(former.at(draft.run->number)) : makeRun(draft);
             draft.run = run.get();

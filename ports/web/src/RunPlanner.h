@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Run.h"
+#include "RunStack.h"
 
 namespace pelta {
 
@@ -20,28 +21,26 @@ struct EngineLayer {
 class RunPlanner {
  public:
     /// @param layers  the whole stack, bottom first, their values read.
-    void plan(const std::vector<ModelLayer*>& layers);
+    /// @param zoom    of the camera; at others the plan holds for as long as `holdsAt` says.
+    void plan(const std::vector<ModelLayer*>& layers, double zoom);
+    /// Whether a plan made at `zoom` would be the same, or no better: false before what is drawn wider on the
+    /// ground could meet, and when it has come far enough apart for a better one.
+    [[nodiscard]] bool holdsAt(double zoom) const noexcept;
 
     /// The layers of the engine, bottom first.
     [[nodiscard]] const std::vector<EngineLayer>& layers() const noexcept { return layers_; }
 
  private:
-    struct Draft {
-        SharedText key;
-        std::vector<ModelLayer*> members;
-        ModelLayer* literal = nullptr;
-        Run* run = nullptr;
-    };
-
-    [[nodiscard]] static std::vector<Draft> draft(const std::vector<ModelLayer*>& layers);
     /// Finds for each draft the run that shares most members with it and has the same key.
-    static void matchRuns(std::vector<Draft>& drafts);
-    [[nodiscard]] std::unique_ptr<Run> makeRun(const Draft& draft);
+    static void matchRuns(std::vector<RunDraft>& drafts);
+    [[nodiscard]] std::unique_ptr<Run> makeRun(const RunDraft& draft);
     static void fillRun(Run& run, std::vector<ModelLayer*> members);
 
     std::map<std::uint32_t, std::unique_ptr<Run>> runs_;
     std::vector<EngineLayer> layers_;
     std::uint32_t lastNumber_ = 0;
+    double plannedZoom_ = 0;  ///< The lowest zoom that the plan is right for.
+    bool isCrowded_ = false;  ///< A higher zoom could have a better plan.
 };
 
 }  // namespace pelta

@@ -15,7 +15,7 @@ void StyleCompiler::reset(const StyleDocument& document) {
     order_.reset(document);
 }
 
-std::string StyleCompiler::compile(const MLNStyle& style, const MLNStyleChanges& changes) {
+std::string StyleCompiler::compile(const MLNStyle& style, const MLNStyleChanges& changes, double zoom) {
     calls_ = {};
     calls_.beginArray();
     order_.clearNew();
@@ -23,22 +23,40 @@ std::string StyleCompiler::compile(const MLNStyle& style, const MLNStyleChanges&
     takeSources(style, changes);
     takeLayers(changes);
     if (needsPlan_ || changes.isLayerOrderChanged) {
-        replan(style);
-        updateRuns();
-        const std::vector<std::string> wanted = wantedLayers();
-        order_.removeOthers(calls_, wanted);
-        writeSources();
-        arrangeLayers(wanted);
+        takeStack(style);
+        replan(zoom);
     } else {
         updateTouched();
         writeSources();
     }
-    writeProperties(changes);
+    writeRunProperties();
+    writeLiteralProperties(changes);
     for (ModelLayer* layer : std::exchange(touched_, {})) {
         layer->isTouched = false;
     }
     removed_.clear();
     needsPlan_ = false;
+    calls_.endArray();
+    return calls_.take();
+}
+
+std::string StyleCompiler::recompile(double zoom) {
+    calls_ = {};
+    calls_.beginArray();
+    order_.clearNew();
+    replan(zoom);
+    writeRunProperties();
+    calls_.endArray();
+    return calls_.take();
+}
+
+std::string StyleCompiler::removeRetiredLayers() {
+    if (!order_.hasRetired()) {
+        return {};
+    }
+    calls_ = {};
+    calls_.beginArray();
+    order_.removeRetired(calls_);
     calls_.endArray();
     return calls_.take();
 }
@@ -153,7 +171,12 @@ void StyleCompiler::readLayer(ModelLayer& layer) {
     setLiteral(layer, isDrawnLiterally(layer));
     const MLNShape* shape = layer.isLiteral ? nullptr : layer.place->drawableShape();
     LayerValues values = shape ? reader_.read(*layer.drawn, *shape) : LayerValues{};
-    needsPlan_ = needsPlan_ || values.key != layer.values.key || values.sight != layer.values.sight;
+    if (layer.isLiteral && layer.layer->isVisible()) {
+        values.sight = LayerSight::visible;
+    }
+    const bool isExtentNew = shape != nullptr && takeExtent(layer, *shape);
+    needsPlan_ = needsPlan_ || isExtentNew || values.key != layer.values.key ||
+                 values.sight != layer.values.sight || values.reach != layer.values.reach;
     const bool isAsSent = shape != nullptr && layer.sent.id != 0 &&
                           layer.sent.revision == shape->revision() &&
                           differences(values.own, layer.sent.values) == 0;
@@ -164,22 +187,40 @@ void StyleCompiler::readLayer(ModelLayer& layer) {
     }
 }
 
+bool StyleCompiler::takeExtent(ModelLayer& layer, const MLNShape& shape) {
+    if (layer.drawn->kind() == MLNStyleLayerKind::symbol || layer.extentRevision == shape.revision()) {
+        return false;
+    }
+    layer.extentRevision = shape.revision();
+    const Extent former = std::exchange(layer.extent, extentOf(shape));
+    return !(layer.extent == former);
+}
+
 // Runs
 
-void StyleCompiler::replan(const MLNStyle& style) {
-    std::vector<ModelLayer*> layers;
-    layers.reserve(style.layers().size());
+void StyleCompiler::takeStack(const MLNStyle& style) {
+    stack_.clear();
+    stack_.reserve(style.layers().size());
     for (const auto& layer : style.layers()) {
         ModelLayer& model = entered(layer);
-        model.rank = layers.size();
-        layers.push_back(&model);
+        model.rank = stack_.size();
+        stack_.push_back(&model);
     }
-    planner_.plan(layers);
-    for (ModelLayer* layer : layers) {
+}
+
+void StyleCompiler::replan(double zoom) {
+    planner_.plan(stack_, zoom);
+    for (ModelLayer* layer : stack_) {
         if (layer->run == nullptr && layer->sent.id != 0) {
             runSource(*layer).withdraw(*layer);
         }
     }
+    updateRuns();
+    const std::vector<std::string> wanted = wantedLayers();
+    order_.removeOthers(calls_, wanted,
+                        [this](const std::string& name) { return layersByName_.count(name) == 0; });
+    writeSources();
+    arrangeLayers(wanted);
 }
 
 RunSource& StyleCompiler::runSource(const ModelLayer& layer) {
@@ -307,13 +348,16 @@ void StyleCompiler::arrangeLayers(const std::vector<std::string>& wanted) {
     });
 }
 
-void StyleCompiler::writeProperties(const MLNStyleChanges& changes) {
+void StyleCompiler::writeRunProperties() {
     for (const EngineLayer& layer : planner_.layers()) {
         if (layer.run != nullptr && layer.run->unwritten != 0) {
             writeRunLayerChanges(calls_, *layer.run);
             layer.run->unwritten = 0;
         }
     }
+}
+
+void StyleCompiler::writeLiteralProperties(const MLNStyleChanges& changes) {
     for (const auto& layer : changes.changedLayers) {
         const auto known = layers_.find(layer.get());
         if (known != layers_.end() && known->second->isLiteral && !order_.isNew(layer->identifier())) {

@@ -34,8 +34,16 @@ class StyleCompiler {
     void reset(const StyleDocument& document);
 
     /// The calls that bring the engine in line with `style`, which is as it was at the last call but for
-    /// `changes`.
-    [[nodiscard]] std::string compile(const MLNStyle& style, const MLNStyleChanges& changes);
+    /// `changes`, for a camera at `zoom`.
+    [[nodiscard]] std::string compile(const MLNStyle& style, const MLNStyleChanges& changes, double zoom);
+    /// Whether the camera has come to a zoom for which `recompile` has something to do.
+    [[nodiscard]] bool needsRecompiling(double zoom) const { return !planner_.holdsAt(zoom); }
+    /// The calls that bring the engine in line with the style as it was compiled last, for a camera at
+    /// `zoom`.
+    [[nodiscard]] std::string recompile(double zoom);
+    /// The calls that take out layers which draw nothing since everything has arrived; empty if there are
+    /// none.
+    [[nodiscard]] std::string removeRetiredLayers();
 
     /// The layers of the engine that draw any of the model's layers; for none given, of all of them.
     [[nodiscard]] std::vector<std::string> engineLayers(std::span<const std::string> candidates) const;
@@ -64,10 +72,13 @@ class StyleCompiler {
     void bindPlace(ModelLayer& layer);
     void leavePlace(ModelLayer& layer);
     void readLayer(ModelLayer& layer);
+    /// Takes over what the shape of a line or an area spans; true if that is new.
+    [[nodiscard]] static bool takeExtent(ModelLayer& layer, const MLNShape& shape);
     [[nodiscard]] bool isDrawnLiterally(const ModelLayer& layer) const;
     void setLiteral(ModelLayer& layer, bool isLiteral);
 
-    void replan(const MLNStyle& style);
+    void takeStack(const MLNStyle& style);
+    void replan(double zoom);
     void updateRuns();
     void updateRun(Run& run);
     void updateTouched();
@@ -78,7 +89,8 @@ class StyleCompiler {
     void writeWholeSource(const std::string& identifier, Source& source);
     [[nodiscard]] std::vector<std::string> wantedLayers() const;
     void arrangeLayers(const std::vector<std::string>& wanted);
-    void writeProperties(const MLNStyleChanges& changes);
+    void writeRunProperties();
+    void writeLiteralProperties(const MLNStyleChanges& changes);
 
     [[nodiscard]] Found found(const EngineHit& hit, const std::string& engineLayer) const;
 
@@ -92,6 +104,7 @@ class StyleCompiler {
     std::unordered_map<const MLNStyleLayer*, std::unique_ptr<ModelLayer>> layers_;
     std::unordered_map<std::string_view, ModelLayer*> layersByName_;  ///< Keys lie in the layers.
     std::vector<std::unique_ptr<ModelLayer>> removed_;                ///< Until no run refers to them.
+    std::vector<ModelLayer*> stack_;                                  ///< Bottom first.
     std::vector<ModelLayer*> touched_;
     bool needsPlan_ = false;
 };

@@ -175,7 +175,7 @@ CLLocationCoordinate2D WebMapRenderer::coordinateForPoint(CGPoint point) const {
 
 void WebMapRenderer::commit(const MLNStyle& style, const MLNStyleChanges& changes) {
     auto work = [this, images = imageChanges(map_.value(), style, changes),
-                 calls = compiler_.compile(style, changes)] {
+                 calls = compiler_.compile(style, changes, camera_.zoom)] {
         images();
         map_.run(calls);
     };
@@ -186,7 +186,15 @@ void WebMapRenderer::commit(const MLNStyle& style, const MLNStyleChanges& change
     }
 }
 
+/// What merges with what depends on how wide lines are on the ground.
+void WebMapRenderer::followZoom() {
+    if (!isContextLost_ && !isLoading_ && compiler_.needsRecompiling(camera_.zoom)) {
+        command([this] { map_.run(compiler_.recompile(camera_.zoom)); });
+    }
+}
+
 void WebMapRenderer::drawFrame() {
+    followZoom();
     if (!std::exchange(needsDrawing_, false) || isContextLost_) {
         return;
     }
@@ -318,9 +326,14 @@ val WebMapRenderer::constrain(const val& arguments) const {
 // Rest and the drawing context
 
 void WebMapRenderer::mapDidBecomeIdle(const val&) {
-    if (isLoading_ || isContextLost_ || std::exchange(isSettled_, true)) {
+    if (isLoading_ || isContextLost_ || isSettled_) {
         return;
     }
+    if (const std::string calls = compiler_.removeRetiredLayers(); !calls.empty()) {
+        command([&] { map_.run(calls); });
+        return;  // The engine comes to rest once more.
+    }
+    isSettled_ = true;
     report([this] {
         if (isSettled_) {
             host_.rendererDidSettle();

@@ -70,6 +70,7 @@ class WebMapRenderer final : public MapRenderer {
     void gestureDidMove(const CameraState& camera);
     void gestureDidEnd();
     void setNeedsDrawing() noexcept;
+    void followZoom();
     void applySize();
     [[nodiscard]] emscripten::val constrain(const emscripten::val& arguments) const;
     void showDocument();
