@@ -4,6 +4,13 @@
 
 namespace pelta {
 
+namespace {
+
+/// Engine layers from which on areas that overlap share some: with more the engine comes to a standstill.
+constexpr std::size_t crowdLimit = 512;
+
+}  // namespace
+
 void RunStack::put(ModelLayer& layer) {
     if (layer.isLiteral) {
         putLiteral(layer);
@@ -56,11 +63,12 @@ std::size_t RunStack::runFor(const ModelLayer& layer, std::size_t floor) {
     if (found != runs.end()) {
         return *found;
     }
-    // What cannot be seen can stand anywhere.
-    if (layer.values.sight == LayerSight::transparent && !runs.empty()) {
+    const bool isKeptApart = !runs.empty() && runs.back() >= barrier_;
+    isCrowded_ = isCrowded_ || isKeptApart;
+    const bool isTransparent = layer.values.sight == LayerSight::transparent;
+    if ((isTransparent && !runs.empty()) || (isKeptApart && drafts_.size() >= crowdLimit)) {
         return runs.back();
     }
-    isCrowded_ = isCrowded_ || (!runs.empty() && runs.back() >= barrier_);
     drafts_.push_back({layer.values.key, {}, nullptr, nullptr});
     runs.push_back(drafts_.size() - 1);
     return runs.back();

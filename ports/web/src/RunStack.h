@@ -42,9 +42,9 @@ class RunStack {
     void putLiteral(ModelLayer& layer);
     /// Where a layer is drawn; nothing for anywhere.
     [[nodiscard]] std::optional<Extent> drawnExtent(const ModelLayer& layer) const;
-    /// The number of runs that a layer has to stay above, and whether the last of them would take it.
+    /// The lowest run that a layer may join, by what it could be drawn over.
     [[nodiscard]] std::size_t floorOf(const ModelLayer& layer, const std::optional<Extent>& extent) const;
-    /// The run that takes a layer which has to stay above the first `floor` runs; a new one if need be.
+    /// The run that takes a layer which may not join those below `floor`; a new one if need be.
     [[nodiscard]] std::size_t runFor(const ModelLayer& layer, std::size_t floor);
 
     double worldSize_;
