@@ -17,7 +17,10 @@ export function markersOverKorea(count) {
     return { kind: "markers", coordinates };
 }
 
-/** Lines that wind from points all over Korea, about two kilometres a step. */
+/**
+ * Lines that wind from points all over Korea, three kilometres a step. Each step turns so far that GL JS straightens none of
+ * them: a page that leaves its tolerance alone draws them the same.
+ */
 export function linesOverKorea(count, pointsOfEach) {
     const random = randomNumbers();
     const coordinates = [];
@@ -26,9 +29,9 @@ export function linesOverKorea(count, pointsOfEach) {
         let heading = 2 * Math.PI * random();
         for (let point = 0; point < pointsOfEach; point += 1) {
             coordinates.push(latitude, longitude);
-            heading += random() - 0.5;
-            latitude += 0.02 * Math.cos(heading);
-            longitude += 0.025 * Math.sin(heading);
+            heading += (point % 2 === 0 ? 1 : -1) + 0.4 * (random() - 0.5);
+            latitude += 0.03 * Math.cos(heading);
+            longitude += 0.037 * Math.sin(heading);
         }
     }
     return { kind: "lines", coordinates, pointsOfEach };
