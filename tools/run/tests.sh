@@ -63,7 +63,7 @@ bench_browser() {
     need_node_modules
     step "Configuring build/web with the pages of the benchmarks" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
     build web
-    say "==> Measuring markers in the browser"
+    say "==> Measuring shapes in the browser"
     in_root node bench/browser/run.mjs --site build/web/bench-site
     say "==> Measuring clusters in the browser"
     in_root node bench/browser/clusters.mjs --site build/web/bench-clusters

@@ -2,9 +2,9 @@
 import { existsSync } from 'node:fs';
 import { chromium } from 'playwright-core';
 
-const executable = process.env.CHROMIUM ?? '/usr/bin/chromium';
+export const executable = process.env.CHROMIUM ?? '/usr/bin/chromium';
 
-const flags = [
+export const flags = [
     '--no-sandbox',
     '--use-gl=angle',
     '--use-angle=swiftshader',

@@ -1,0 +1,60 @@
+// The cases of the benchmark: what is on the map, the rival's page, what is measured, and the aims.
+import { linesOverKorea, markersOverKorea, overlappingAreas, separateAreas } from "./scenes.mjs";
+import { addToIdle, movingOne, ownPanning, panning, repainting } from "./steps.mjs";
+
+/**
+ * A case:
+ *   title   what the map shows;
+ *   rival   page that does the same by hand; a case without one shows our figures alone;
+ *   scene   makes what is put on the map;
+ *   steps   what a measurement does, in turn, each with its number of frames;
+ *   rows    what is printed: the name of a figure, what it is, and the most that it may be, as a ratio to the rival's or,
+ *           without one, in milliseconds.
+ */
+const drawn = {
+    steps: [{ measure: addToIdle }, { measure: panning, frames: 200 }],
+    rows: [
+        { key: "add", what: "add to idle", aim: 1.3 },
+        { key: "pan", what: "frame while panning", aim: 1.1 },
+    ],
+};
+
+const onlyShown = { ...drawn, rows: drawn.rows.map(({ key, what }) => ({ key, what })) };
+const grouped = (number) => number.toLocaleString("en-US");
+
+const markers = (count) => ({
+    title: `${grouped(count)} markers with titles`, rival: "one-symbol-layer.html", scene: () => markersOverKorea(count), ...drawn,
+});
+
+const literal = (count) => ({ ...markers(count), rival: "layer-per-marker.html", ...onlyShown });
+
+const areas = { title: "5,000 outlined polygons, separate", rival: "one-area-layer.html", scene: () => separateAreas(5000), ...drawn };
+
+export const cases = {
+    "markers-1000": markers(1000),
+    "markers-10000": markers(10_000),
+    "markers-50000": markers(50_000),
+    "literal-1000": literal(1000),
+    "literal-3000": literal(3000),
+    moving: {
+        ...markers(10_000),
+        steps: [{ measure: addToIdle }, { measure: movingOne, frames: 200 }],
+        rows: [
+            { key: "move", what: "frame that moves one of them", aim: 1.5 },
+            { key: "moveToIdle", what: "the same, all until idle divided by the frames", aim: 1.5 },
+        ],
+    },
+    lines: {
+        title: "10,000 polylines of 20 points", rival: "one-line-layer.html", scene: () => linesOverKorea(10_000, 20), ...drawn,
+    },
+    areas,
+    overlapping: { ...areas, title: "5,000 outlined polygons, all overlapping", scene: () => overlappingAreas(5000), ...onlyShown },
+    unchanged: {
+        title: "50,000 markers with titles, our own work", query: "?own-work", scene: () => markersOverKorea(50_000),
+        steps: [{ measure: addToIdle }, { measure: repainting, frames: 1000 }, { measure: ownPanning, frames: 1000 }],
+        rows: [
+            { key: "repaint", what: "frame that is drawn again", aim: 0.2 },
+            { key: "ownPan", what: "frame while panning", aim: 0.2 },
+        ],
+    },
+};
