@@ -147,10 +147,12 @@ bool avoidsOthers(const MLNVectorStyleLayer& layer) {
 /// out, and what smoothing takes. @param get  answers the value of a property by its number.
 template <class Get>
 double reachOf(const MLNVectorStyleLayer& layer, const Get& get) {
-    constexpr double smoothing = 1;
+    constexpr double rounding = 1.0 / 16;  // The engine's tiles have 8192 steps for 512 points.
     if (layer.kind() != MLNStyleLayerKind::line) {
-        return smoothing;
+        constexpr double edge = 1;
+        return edge + rounding;
     }
+    constexpr double edge = 0.5;
     constexpr double defaultWidth = 1;
     constexpr double miterLimit = 2;
     constexpr double squareDiagonal = 1.4142135623730951;
@@ -158,9 +160,9 @@ double reachOf(const MLNVectorStyleLayer& layer, const Get& get) {
     const SharedText& join = get(line::join);
     const double half = (width ? std::strtod(width->c_str(), nullptr) : defaultWidth) / 2;
     if (!join || isText(join, "\"miter\"")) {
-        return half * miterLimit + smoothing;
+        return half * miterLimit + edge + rounding;
     }
-    return half * (isText(get(line::cap), "\"square\"") ? squareDiagonal : 1) + smoothing;
+    return half * (isText(get(line::cap), "\"square\"") ? squareDiagonal : 1) + edge + rounding;
 }
 
 }  // namespace

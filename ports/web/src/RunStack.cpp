@@ -7,7 +7,7 @@ namespace pelta {
 namespace {
 
 /// Engine layers from which on areas that overlap share some: with more the engine comes to a standstill.
-constexpr std::size_t crowdLimit = 512;
+constexpr std::size_t crowdLimit = 256;
 
 }  // namespace
 
