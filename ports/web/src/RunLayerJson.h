@@ -23,7 +23,8 @@ struct NamedProperty {
 [[nodiscard]] std::string runSourceIdentifier(const MLNVectorStyleLayer& layer);
 
 /// Writes the engine's layer for a run.
-void writeRunLayer(JsonWriter& json, const Run& run);
+/// @param sortKey  see `SymbolOrder`.
+void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey);
 
 /// Writes the calls that bring the `unwritten` properties of a run's layer in line.
 void writeRunLayerChanges(JsonWriter& calls, const Run& run);

@@ -54,6 +54,11 @@ void writeSource(JsonWriter& json, std::string_view data) {
     json.endObject();
 }
 
+bool isStale(const ModelLayer& member) {
+    return member.isTouched || member.isAnew || member.sent.run != member.run->number ||
+           member.sent.sortKey != member.sortKey;
+}
+
 void RunSource::send(ModelLayer& layer) {
     const PropertySet own = differences(layer.values.own, layer.run->base);
     if (layer.sent.id != 0 && layer.isAnew) {
@@ -66,6 +71,7 @@ void RunSource::send(ModelLayer& layer) {
     }
     layer.isAnew = false;
     layer.isTouched = false;
+    noteRun(layer, layer.run->number);
     layer.sent.run = layer.run->number;
     layer.sent.sortKey = layer.sortKey;
     layer.sent.own = own;
@@ -77,7 +83,19 @@ void RunSource::withdraw(ModelLayer& layer) {
     if (layer.sent.id != 0) {
         removed_.value(layer.sent.id);
         numbers_->leave(layer.sent.id);
+        noteRun(layer, 0);
         layer.sent = {};
+    }
+}
+
+void RunSource::noteRun(const ModelLayer& layer, std::uint32_t run) {
+    if (run != layer.sent.run) {
+        if (run != 0) {
+            order_.featureCameTo(run);
+        }
+        if (layer.sent.run != 0) {
+            order_.featureLeft(layer.sent.run);
+        }
     }
 }
 
@@ -123,8 +141,12 @@ void RunSource::update(ModelLayer& layer, PropertySet own) {
     }
     const bool isShapeNew = sent.revision != shape.revision();
     if (!isShapeNew && set.text().empty() && unset.text().empty()) {
-        return;
+        if (!order_.isBanded(*layer.run)) {
+            return;
+        }
+        writeProperty(set, "key", layer.sortKey);  // It counts as having arrived.
     }
+    numbers_->noteUpdate(sent.id);
     updated_.beginObject();
     updated_.member("id", sent.id);
     if (isShapeNew) {
