@@ -1,6 +1,7 @@
 #include "RunLayerJson.h"
 
 #include <array>
+#include <vector>
 
 #include "LayerJson.h"
 #include "PropertyJson.h"
@@ -60,19 +61,13 @@ void writeMembers(JsonWriter& json, const Run& run, MLNPropertyGroup wanted) {
 
 }  // namespace
 
-std::vector<NamedProperty> propertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers) {
+std::span<const NamedProperty> propertiesOf(const MLNVectorStyleLayer& layer) {
     static std::array<std::vector<NamedProperty>, 5> tables;
     auto& table = tables[static_cast<std::size_t>(layer.kind())];
     if (table.empty()) {
         table = namedProperties(layer);
     }
-    std::vector<NamedProperty> selected;
-    for (const NamedProperty& property : table) {
-        if ((numbers & (PropertySet{1} << property.number)) != 0) {
-            selected.push_back(property);
-        }
-    }
-    return selected;
+    return table;
 }
 
 std::string runSourceIdentifier(const MLNVectorStyleLayer& layer) {
@@ -102,7 +97,7 @@ void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey) {
 }
 
 void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
-    for (const NamedProperty& property : propertiesIn(*run.members.front()->drawn, run.unwritten)) {
+    visitPropertiesIn(*run.members.front()->drawn, run.unwritten, [&](const NamedProperty& property) {
         beginStyleCall(calls,
                        property.group == MLNPropertyGroup::layout ? "setLayoutProperty" : "setPaintProperty");
         calls.value(run.layerIdentifier());
@@ -110,7 +105,7 @@ void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
         calls.raw(valueJson(run, property));
         writeUnchecked(calls);
         calls.endArray();
-    }
+    });
 }
 
 }  // namespace pelta

@@ -15,8 +15,8 @@ namespace pelta {
 void beginSourceCall(JsonWriter& calls, std::string_view source, std::string_view method);
 void beginStyleCall(JsonWriter& calls, std::string_view method);
 
-/// Writes the description of a source of features. `data` is GeoJSON.
-void writeSource(JsonWriter& json, std::string_view data);
+/// Begins the description of a source of features: an object whose last member, GeoJSON, comes next.
+void beginSource(JsonWriter& json);
 
 /// Whether the engine has a member of a run otherwise than it is now.
 [[nodiscard]] bool isStale(const ModelLayer& member);

@@ -313,7 +313,9 @@ void StyleCompiler::writeWholeSource(const std::string& identifier, Source& sour
         } else {
             beginStyleCall(calls_, "addSource");
             calls_.value(identifier);
-            writeSource(calls_, data.text());
+            beginSource(calls_);
+            calls_.raw(data.text());
+            calls_.endObject();
             writeUnchecked(calls_);
         }
         calls_.endArray();

@@ -90,15 +90,17 @@ UIWindow& WebPort::openWindow(const val& element) {
     return windows_.back()->window();
 }
 
-double WebPort::screenScale() const {
+void WebPort::readScreenScale() {
     const auto ratio = val::global("devicePixelRatio").as<double>();
-    return ratio > 0 ? ratio : 1;
+    screenScale_ = ratio > 0 ? ratio : 1;
 }
 
 void WebPort::watchScreenScale() {
+    readScreenScale();
     const val query =
-        val::global("matchMedia")(std::string("(resolution: " + cssNumber(screenScale()) + "dppx)"));
+        val::global("matchMedia")(std::string("(resolution: " + cssNumber(screenScale_) + "dppx)"));
     scaleListener_ = std::make_unique<EventListener>(query, "change", [this](const val&) {
+        readScreenScale();
         for (const auto& window : windows_) {
             window->screenScaleDidChange();
         }

@@ -24,7 +24,7 @@ class WebPort final : public PlatformPort {
     [[nodiscard]] double now() const override;
     void wakeMainQueueAt(double time) override;
     void requestFrame() override;
-    [[nodiscard]] double screenScale() const override;
+    [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;
     [[nodiscard]] std::unique_ptr<GraphicsContext> makeGraphicsContext(int pixelWidth, int pixelHeight,
@@ -44,6 +44,7 @@ class WebPort final : public PlatformPort {
     WebPort();
     void runFrame();
     void wake();
+    void readScreenScale();
     void watchScreenScale();
     void watchReducedMotion();
 
@@ -51,6 +52,8 @@ class WebPort final : public PlatformPort {
     WebLocationSource locationSource_;
     std::vector<std::unique_ptr<WebWindow>> windows_;
     std::multiset<double> wakeTimes_;  ///< One for each timer of the browser that is running.
+    /// Pixels a point. Each shape asks for it, and looking at the browser's window takes long.
+    double screenScale_ = 1;
     std::unique_ptr<EventListener> scaleListener_;
     std::unique_ptr<EventListener> motionListener_;
     unsigned long presentedRevision_ = 0;
