@@ -39,6 +39,9 @@ class WebPort final : public PlatformPort {
     /// Shows what has changed in the view trees of the windows now; maps call it when they draw outside of
     /// our own frames.
     void present();
+    /// Keeps a place for our next frame in front of what others are about to ask for. Frames run in the order
+    /// in which they were asked for, and what ours change is to be drawn in that very frame, and only once.
+    void stayAhead();
 
  private:
     WebPort();
