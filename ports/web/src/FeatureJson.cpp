@@ -15,8 +15,8 @@ bool isFinite(CLLocationCoordinate2D coordinate) {
 
 void writePosition(JsonWriter& json, CLLocationCoordinate2D coordinate) {
     json.beginArray();
-    json.value(coordinate.longitude);
-    json.value(coordinate.latitude);
+    json.degrees(coordinate.longitude);
+    json.degrees(coordinate.latitude);
     json.endArray();
 }
 

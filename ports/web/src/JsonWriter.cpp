@@ -1,5 +1,8 @@
 #include "JsonWriter.h"
 
+#include <array>
+#include <cmath>
+
 #include "CssText.h"
 
 namespace pelta {
@@ -36,6 +39,30 @@ void JsonWriter::value(std::string_view text) {
 
 void JsonWriter::value(double number) {
     raw(cssNumber(number));
+}
+
+void JsonWriter::degrees(double number) {
+    constexpr double largest = 1e4;
+    constexpr int decimals = 9;
+    if (!(std::abs(number) < largest)) {
+        value(number);
+        return;
+    }
+    auto rest = std::llround(std::abs(number) * 1e9);
+    std::array<char, 24> digits{};  // Of the rounded number, from the end.
+    auto first = digits.end();
+    for (int place = 0; place <= decimals || rest > 0; ++place, rest /= 10) {
+        if (place == decimals && first != digits.end()) {
+            *--first = '.';
+        }
+        if (place >= decimals || rest % 10 != 0 || first != digits.end()) {
+            *--first = static_cast<char>('0' + rest % 10);
+        }
+    }
+    if (number < 0) {
+        *--first = '-';
+    }
+    raw({&*first, static_cast<std::size_t>(digits.end() - first)});
 }
 
 void JsonWriter::raw(std::string_view json) {

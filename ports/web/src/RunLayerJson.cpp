@@ -1,6 +1,7 @@
 #include "RunLayerJson.h"
 
 #include <array>
+#include <vector>
 
 #include "LayerJson.h"
 #include "PropertyJson.h"
@@ -31,13 +32,16 @@ std::string valueJson(const Run& run, const NamedProperty& property) {
     return R"(["case",["has",)" + name + R"(],["get",)" + name + "]," + base + "]";
 }
 
-void writeGroup(JsonWriter& json, const Run& run, MLNPropertyGroup wanted) {
-    const ModelLayer& first = *run.members.front();
-    json.beginObject();
-    if (wanted == MLNPropertyGroup::layout) {
-        json.key(std::string(typeName(first.layer->kind())) + "-sort-key");
-        json.raw(R"(["get","key"])");
+void writeOrder(JsonWriter& json, MLNStyleLayerKind kind, std::string_view sortKey) {
+    json.key(std::string(typeName(kind)) + "-sort-key");
+    json.raw(sortKey);
+    if (kind == MLNStyleLayerKind::symbol) {
+        json.member("symbol-z-order", "source");  // Not by latitude, where all have one key.
     }
+}
+
+void writeMembers(JsonWriter& json, const Run& run, MLNPropertyGroup wanted) {
+    const ModelLayer& first = *run.members.front();
     visitLayerProperties(
         *first.drawn, [&](unsigned number, MLNPropertyGroup group, std::string_view name, const auto& value) {
             if (group != wanted || !value) {
@@ -53,31 +57,24 @@ void writeGroup(JsonWriter& json, const Run& run, MLNPropertyGroup wanted) {
                 json.raw(propertyJson(name, value));
             }
         });
-    json.endObject();
 }
 
 }  // namespace
 
-std::vector<NamedProperty> propertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers) {
+std::span<const NamedProperty> propertiesOf(const MLNVectorStyleLayer& layer) {
     static std::array<std::vector<NamedProperty>, 5> tables;
     auto& table = tables[static_cast<std::size_t>(layer.kind())];
     if (table.empty()) {
         table = namedProperties(layer);
     }
-    std::vector<NamedProperty> selected;
-    for (const NamedProperty& property : table) {
-        if ((numbers & (PropertySet{1} << property.number)) != 0) {
-            selected.push_back(property);
-        }
-    }
-    return selected;
+    return table;
 }
 
 std::string runSourceIdentifier(const MLNVectorStyleLayer& layer) {
     return layer.sourceIdentifier() + "#" + std::string(typeName(layer.kind()));
 }
 
-void writeRunLayer(JsonWriter& json, const Run& run) {
+void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey) {
     const MLNVectorStyleLayer& first = *run.members.front()->drawn;
     json.beginObject();
     json.member("id", run.layerIdentifier());
@@ -88,14 +85,19 @@ void writeRunLayer(JsonWriter& json, const Run& run) {
     json.key("filter");
     json.raw(R"(["==",["get","run"],)" + std::to_string(run.number) + "]");
     json.key("layout");
-    writeGroup(json, run, MLNPropertyGroup::layout);
+    json.beginObject();
+    writeOrder(json, first.kind(), sortKey);
+    writeMembers(json, run, MLNPropertyGroup::layout);
+    json.endObject();
     json.key("paint");
-    writeGroup(json, run, MLNPropertyGroup::paint);
+    json.beginObject();
+    writeMembers(json, run, MLNPropertyGroup::paint);
+    json.endObject();
     json.endObject();
 }
 
 void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
-    for (const NamedProperty& property : propertiesIn(*run.members.front()->drawn, run.unwritten)) {
+    visitPropertiesIn(*run.members.front()->drawn, run.unwritten, [&](const NamedProperty& property) {
         beginStyleCall(calls,
                        property.group == MLNPropertyGroup::layout ? "setLayoutProperty" : "setPaintProperty");
         calls.value(run.layerIdentifier());
@@ -103,7 +105,7 @@ void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
         calls.raw(valueJson(run, property));
         writeUnchecked(calls);
         calls.endArray();
-    }
+    });
 }
 
 }  // namespace pelta

@@ -17,7 +17,9 @@ void writeProperty(JsonWriter& json, std::string_view key, double value) {
 void writeAsList(JsonWriter& json, std::string_view name, const JsonWriter& entries) {
     if (!entries.text().empty()) {
         json.key(name);
-        json.raw("[" + entries.text() + "]");
+        json.beginArray();
+        json.raw(entries.text());
+        json.endArray();
     }
 }
 
@@ -40,7 +42,7 @@ void beginStyleCall(JsonWriter& calls, std::string_view method) {
     calls.value(method);
 }
 
-void writeSource(JsonWriter& json, std::string_view data) {
+void beginSource(JsonWriter& json) {
     // Far enough for every zoom that a map has; beyond it positions would be rounded to coarser steps.
     constexpr int deepestTiles = 22;
     // Points by which a line may be straightened; the engine's own 0.375 shows as corners in circles.
@@ -50,8 +52,11 @@ void writeSource(JsonWriter& json, std::string_view data) {
     json.member("maxzoom", deepestTiles);
     json.member("tolerance", simplification);
     json.key("data");
-    json.raw(data);
-    json.endObject();
+}
+
+bool isStale(const ModelLayer& member) {
+    return member.isTouched || member.isAnew || member.sent.run != member.run->number ||
+           member.sent.sortKey != member.sortKey;
 }
 
 void RunSource::send(ModelLayer& layer) {
@@ -66,6 +71,7 @@ void RunSource::send(ModelLayer& layer) {
     }
     layer.isAnew = false;
     layer.isTouched = false;
+    noteRun(layer, layer.run->number);
     layer.sent.run = layer.run->number;
     layer.sent.sortKey = layer.sortKey;
     layer.sent.own = own;
@@ -77,7 +83,19 @@ void RunSource::withdraw(ModelLayer& layer) {
     if (layer.sent.id != 0) {
         removed_.value(layer.sent.id);
         numbers_->leave(layer.sent.id);
+        noteRun(layer, 0);
         layer.sent = {};
+    }
+}
+
+void RunSource::noteRun(const ModelLayer& layer, std::uint32_t run) {
+    if (run != layer.sent.run) {
+        if (run != 0) {
+            order_.featureCameTo(run);
+        }
+        if (layer.sent.run != 0) {
+            order_.featureLeft(layer.sent.run);
+        }
     }
 }
 
@@ -90,10 +108,10 @@ void RunSource::add(ModelLayer& layer, PropertySet own) {
     added_.beginObject();
     added_.member("run", layer.run->number);
     added_.member("key", layer.sortKey);
-    for (const NamedProperty& property : propertiesIn(*layer.drawn, own)) {
+    visitPropertiesIn(*layer.drawn, own, [&](const NamedProperty& property) {
         added_.key(property.name);
         added_.raw(*layer.values.own[property.number]);
-    }
+    });
     added_.endObject();
     added_.key("geometry");
     writeGeometry(added_, *layer.place->drawableShape());
@@ -111,20 +129,23 @@ void RunSource::update(ModelLayer& layer, PropertySet own) {
     if (sent.sortKey != layer.sortKey) {
         writeProperty(set, "key", layer.sortKey);
     }
-    for (const NamedProperty& property : propertiesIn(*layer.drawn, changedOnes(layer, own))) {
+    visitPropertiesIn(*layer.drawn, changedOnes(layer, own), [&](const NamedProperty& property) {
         set.beginObject();
         set.member("key", property.name);
         set.key("value");
         set.raw(*layer.values.own[property.number]);
         set.endObject();
-    }
-    for (const NamedProperty& property : propertiesIn(*layer.drawn, sent.own & ~own)) {
-        unset.value(property.name);
-    }
+    });
+    visitPropertiesIn(*layer.drawn, sent.own & ~own,
+                      [&](const NamedProperty& property) { unset.value(property.name); });
     const bool isShapeNew = sent.revision != shape.revision();
     if (!isShapeNew && set.text().empty() && unset.text().empty()) {
-        return;
+        if (!order_.isBanded(*layer.run)) {
+            return;
+        }
+        writeProperty(set, "key", layer.sortKey);  // It counts as having arrived.
     }
+    numbers_->noteUpdate(sent.id);
     updated_.beginObject();
     updated_.member("id", sent.id);
     if (isShapeNew) {
@@ -145,7 +166,12 @@ void RunSource::writeChanges(JsonWriter& calls) {
         exists_ = true;
         beginStyleCall(calls, "addSource");
         calls.value(identifier_);
-        writeSource(calls, R"({"type":"FeatureCollection","features":[)" + added_.text() + "]}");
+        beginSource(calls);
+        calls.beginObject();
+        calls.member("type", "FeatureCollection");
+        writeAsList(calls, "features", added_);
+        calls.endObject();
+        calls.endObject();
         calls.raw(R"({"validate":false})");
         calls.endArray();
     } else if (exists_ && hasChanges()) {

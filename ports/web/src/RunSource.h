@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 
+#include "FeatureNumbers.h"
 #include "JsonWriter.h"
 #include "Run.h"
+#include "SymbolOrder.h"
 
 namespace pelta {
 
@@ -13,27 +15,11 @@ namespace pelta {
 void beginSourceCall(JsonWriter& calls, std::string_view source, std::string_view method);
 void beginStyleCall(JsonWriter& calls, std::string_view method);
 
-/// Writes the description of a source of features. `data` is GeoJSON.
-void writeSource(JsonWriter& json, std::string_view data);
+/// Begins the description of a source of features: an object whose last member, GeoJSON, comes next.
+void beginSource(JsonWriter& json);
 
-/// The numbers of the features that the engine has for layers of the model. None is used twice.
-class FeatureNumbers {
- public:
-    [[nodiscard]] std::uint32_t enter(const ModelLayer& layer) {
-        layers_.emplace(++last_, &layer);
-        return last_;
-    }
-    void leave(std::uint32_t number) { layers_.erase(number); }
-    /// The layer that a feature stands for, or null.
-    [[nodiscard]] const ModelLayer* find(std::uint32_t number) const {
-        const auto found = layers_.find(number);
-        return found == layers_.end() ? nullptr : found->second;
-    }
-
- private:
-    std::unordered_map<std::uint32_t, const ModelLayer*> layers_;
-    std::uint32_t last_ = 0;
-};
+/// Whether the engine has a member of a run otherwise than it is now.
+[[nodiscard]] bool isStale(const ModelLayer& member);
 
 /// A source of the engine that holds one feature for each layer of the model that is drawn in a run. What
 /// changes crosses as differences.
@@ -41,6 +27,10 @@ class RunSource {
  public:
     RunSource(std::string identifier, FeatureNumbers& numbers)
         : identifier_(std::move(identifier)), numbers_(&numbers) {}
+
+    /// To be called before members of a run are sent in order.
+    void keepOrder(Run& run) { order_.keep(run, *numbers_); }
+    [[nodiscard]] const SymbolOrder& order() const noexcept { return order_; }
 
     /// Brings a layer's feature in line with it.
     void send(ModelLayer& layer);
@@ -50,14 +40,18 @@ class RunSource {
     /// Writes the call that tells the engine what was sent and withdrawn since the last time, if anything
     /// was.
     void writeChanges(JsonWriter& calls);
+    /// Writes the calls for the engine's layers, which must be there, that keep the order of what was sent.
+    void writeOrderChanges(JsonWriter& calls) { order_.writeChanges(calls); }
 
  private:
     void add(ModelLayer& layer, PropertySet own);
     void update(ModelLayer& layer, PropertySet own);
+    void noteRun(const ModelLayer& layer, std::uint32_t run);
     [[nodiscard]] bool hasChanges() const;
 
     std::string identifier_;
     FeatureNumbers* numbers_;
+    SymbolOrder order_;
     JsonWriter removed_;
     JsonWriter added_;
     JsonWriter updated_;

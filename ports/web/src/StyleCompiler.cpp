@@ -240,7 +240,6 @@ void StyleCompiler::updateRuns() {
 void StyleCompiler::updateRun(Run& run) {
     for (ModelLayer* member : run.members) {
         if (member->isTouched || member->sent.run != run.number) {
-            run.needsSortKeys = run.needsSortKeys || sharesSortKey(*member);
             noteVarying(*member);
         }
     }
@@ -248,9 +247,9 @@ void StyleCompiler::updateRun(Run& run) {
         assignSortKeys(run);
     }
     RunSource& source = runSource(*run.members.front());
+    source.keepOrder(run);
     for (ModelLayer* member : run.members) {
-        if (member->isTouched || member->isAnew || member->sent.run != run.number ||
-            member->sent.sortKey != member->sortKey) {
+        if (isStale(*member)) {
             source.send(*member);
         }
     }
@@ -258,7 +257,7 @@ void StyleCompiler::updateRun(Run& run) {
 
 void StyleCompiler::updateTouched() {
     for (ModelLayer* layer : touched_) {
-        if (layer->run != nullptr && sharesSortKey(*layer)) {
+        if (layer->run != nullptr && !runSource(*layer).order().staysInPlace(*layer)) {
             layer->run->needsSortKeys = true;
         }
     }
@@ -314,7 +313,9 @@ void StyleCompiler::writeWholeSource(const std::string& identifier, Source& sour
         } else {
             beginStyleCall(calls_, "addSource");
             calls_.value(identifier);
-            writeSource(calls_, data.text());
+            beginSource(calls_);
+            calls_.raw(data.text());
+            calls_.endObject();
             writeUnchecked(calls_);
         }
         calls_.endArray();
@@ -340,8 +341,9 @@ void StyleCompiler::arrangeLayers(const std::vector<std::string>& wanted) {
     const auto& layers = planner_.layers();
     order_.arrange(calls_, wanted, [&](std::size_t i) {
         if (layers[i].run != nullptr) {
-            layers[i].run->unwritten = 0;
-            writeRunLayer(calls_, *layers[i].run);
+            Run& run = *layers[i].run;
+            run.unwritten = 0;
+            writeRunLayer(calls_, run, runSource(*run.members.front()).order().sortKey(run));
         } else {
             writeLayer(calls_, *layers[i].literal->layer);
         }
@@ -353,6 +355,11 @@ void StyleCompiler::writeRunProperties() {
         if (layer.run != nullptr && layer.run->unwritten != 0) {
             writeRunLayerChanges(calls_, *layer.run);
             layer.run->unwritten = 0;
+        }
+    }
+    for (auto& [identifier, source] : sources_) {
+        for (auto& [kind, runs] : source.byKind) {
+            runs.writeOrderChanges(calls_);
         }
     }
 }

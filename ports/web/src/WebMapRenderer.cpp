@@ -44,6 +44,7 @@ WebMapRenderer::WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize si
     listen("moveend", &WebMapRenderer::movementDidEnd);
     listen("style.load", &WebMapRenderer::styleDidLoad);
     listen("error", &WebMapRenderer::errorDidOccur);
+    listen("render", &WebMapRenderer::mapDidRender);
     listen("idle", &WebMapRenderer::mapDidBecomeIdle);
     listen("webglcontextlost", &WebMapRenderer::contextDidGetLost);
     listen("webglcontextrestored", &WebMapRenderer::contextDidReturn);
@@ -65,6 +66,7 @@ void WebMapRenderer::listen(const char* event, void (WebMapRenderer::*handler)(c
 template <class Work>
 void WebMapRenderer::command(Work&& work) {
     ++commandDepth_;
+    WebPort::shared().stayAhead();
     std::forward<Work>(work)();
     --commandDepth_;
     // A command ends the after-run of a gesture, silently.
@@ -324,6 +326,12 @@ val WebMapRenderer::constrain(const val& arguments) const {
 }
 
 // Rest and the drawing context
+
+void WebMapRenderer::mapDidRender(const val&) {
+    // All there is has been drawn. GL JS asks for its next frame after this.
+    needsDrawing_ = needsDrawing_ && isDrawing_;
+    WebPort::shared().stayAhead();
+}
 
 void WebMapRenderer::mapDidBecomeIdle(const val&) {
     if (isLoading_ || isContextLost_ || isSettled_) {

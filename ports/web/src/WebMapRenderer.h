@@ -62,6 +62,7 @@ class WebMapRenderer final : public MapRenderer {
     void movementDidEnd(const emscripten::val& event);
     void styleDidLoad(const emscripten::val& event);
     void errorDidOccur(const emscripten::val& event);
+    void mapDidRender(const emscripten::val& event);
     void mapDidBecomeIdle(const emscripten::val& event);
     void contextDidGetLost(const emscripten::val& event);
     void contextDidReturn(const emscripten::val& event);

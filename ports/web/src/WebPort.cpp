@@ -53,6 +53,10 @@ void WebPort::wake() {
 
 void WebPort::requestFrame() {
     isFrameRequested_ = true;
+    stayAhead();
+}
+
+void WebPort::stayAhead() {
     if (animationFrame_ == 0) {
         const auto run = [](double, void* port) {
             static_cast<WebPort*>(port)->runFrame();
@@ -63,16 +67,12 @@ void WebPort::requestFrame() {
 }
 
 void WebPort::runFrame() {
-    // Frames run in the order in which they were asked for. Asking for the next one before the maps can keeps
-    // ours in front of theirs, so that what a frame changes is drawn in that very frame, and only once.
     animationFrame_ = 0;
-    requestFrame();
-    isFrameRequested_ = false;
-    FrameLoop::run(now());
-    if (!isFrameRequested_) {
-        emscripten_cancel_animation_frame(animationFrame_);
-        animationFrame_ = 0;
+    if (!std::exchange(isFrameRequested_, false)) {
+        return;
     }
+    stayAhead();
+    FrameLoop::run(now());
     present();
 }
 
@@ -90,15 +90,17 @@ UIWindow& WebPort::openWindow(const val& element) {
     return windows_.back()->window();
 }
 
-double WebPort::screenScale() const {
+void WebPort::readScreenScale() {
     const auto ratio = val::global("devicePixelRatio").as<double>();
-    return ratio > 0 ? ratio : 1;
+    screenScale_ = ratio > 0 ? ratio : 1;
 }
 
 void WebPort::watchScreenScale() {
+    readScreenScale();
     const val query =
-        val::global("matchMedia")(std::string("(resolution: " + cssNumber(screenScale()) + "dppx)"));
+        val::global("matchMedia")(std::string("(resolution: " + cssNumber(screenScale_) + "dppx)"));
     scaleListener_ = std::make_unique<EventListener>(query, "change", [this](const val&) {
+        readScreenScale();
         for (const auto& window : windows_) {
             window->screenScaleDidChange();
         }

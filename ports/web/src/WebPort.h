@@ -24,7 +24,7 @@ class WebPort final : public PlatformPort {
     [[nodiscard]] double now() const override;
     void wakeMainQueueAt(double time) override;
     void requestFrame() override;
-    [[nodiscard]] double screenScale() const override;
+    [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;
     [[nodiscard]] std::unique_ptr<GraphicsContext> makeGraphicsContext(int pixelWidth, int pixelHeight,
@@ -39,11 +39,15 @@ class WebPort final : public PlatformPort {
     /// Shows what has changed in the view trees of the windows now; maps call it when they draw outside of
     /// our own frames.
     void present();
+    /// Keeps a place for our next frame in front of what others are about to ask for. Frames run in the order
+    /// in which they were asked for, and what ours change is to be drawn in that very frame, and only once.
+    void stayAhead();
 
  private:
     WebPort();
     void runFrame();
     void wake();
+    void readScreenScale();
     void watchScreenScale();
     void watchReducedMotion();
 
@@ -51,6 +55,8 @@ class WebPort final : public PlatformPort {
     WebLocationSource locationSource_;
     std::vector<std::unique_ptr<WebWindow>> windows_;
     std::multiset<double> wakeTimes_;  ///< One for each timer of the browser that is running.
+    /// Pixels a point. Each shape asks for it, and looking at the browser's window takes long.
+    double screenScale_ = 1;
     std::unique_ptr<EventListener> scaleListener_;
     std::unique_ptr<EventListener> motionListener_;
     unsigned long presentedRevision_ = 0;
