@@ -14,10 +14,10 @@ const range = (values, write) => (values.length > 1 ? ` (${write(Math.min(...val
 function cell(runs, key) {
     if (runs.length === 0) return "–";
     const figures = runs.map((run) => run[key]);
-    if (figures.includes(undefined)) return `over ${limit / 1000} s`;
+    if (figures.includes(undefined)) return `over ${limit} s`;
     const times = figures.map(({ milliseconds }) => milliseconds);
     const fewest = Math.min(...figures.map(({ done }) => done));
-    const note = fewest < figures[0].wanted ? `, ${fewest} frames in ${limit / 1000} s` : "";
+    const note = fewest < figures[0].wanted ? `, ${fewest} frames` : "";
     return `${readable(middle(times))}${range(times, readable)}${note}`;
 }
 
