@@ -4,13 +4,14 @@ import { executable, flags } from "../../apps/viewer/tools/browser.mjs";
 import { installProbe } from "./steps.mjs";
 
 /** Seconds after which a step is given up. */
-export const limit = 120;
+const limit = 120;
 
+/** What a step answers, or how it ended without an answer. */
 async function withinLimit(promise) {
     let timer;
-    promise.catch(() => {}); // of a browser killed meanwhile
-    const end = new Promise((resolve) => { timer = setTimeout(() => resolve(null), limit * 1000); });
-    try { return await Promise.race([promise, end]); } finally { clearTimeout(timer); }
+    const end = new Promise((resolve) => { timer = setTimeout(() => resolve({ ending: `over ${limit} s` }), limit * 1000); });
+    const answer = promise.then((figures) => ({ figures }), (error) => ({ ending: "failed", error }));
+    try { return await Promise.race([answer, end]); } finally { clearTimeout(timer); }
 }
 
 async function openPage(machine, address) {
@@ -25,8 +26,9 @@ async function openPage(machine, address) {
 }
 
 /**
- * Runs the steps in turn. Answers the figures of all by their names, each with the frames that were done and those wanted; a
- * step over the limit and those after it answer none. A step ends its frames after so many seconds.
+ * Runs the steps in turn, each with frames for so many seconds at most. Answers the figures of all by their names, each with
+ * the frames that were done and those wanted. A step that did not come to its end and those after it answer none; `ending` says
+ * how it ended.
  */
 export async function measure(address, scene, steps, seconds) {
     // The browser holds frames back until the graphics process has taken the last ones. Without that, as with its flags for
@@ -38,8 +40,11 @@ export async function measure(address, scene, steps, seconds) {
         const sceneText = JSON.stringify(scene);
         for (const { measure: step, frames = 1 } of steps) {
             const answer = await withinLimit(page.evaluate(step, { sceneText, frames, seconds }));
-            if (!answer) break;
-            const { done = frames, ...times } = answer;
+            if (answer.ending) {
+                if (answer.error) process.stderr.write(`${address}: ${answer.error.message}\n`);
+                return { ...figures, ending: answer.ending };
+            }
+            const { done = frames, ...times } = answer.figures;
             for (const [key, milliseconds] of Object.entries(times)) figures[key] = { milliseconds, done, wanted: frames };
         }
     } finally {
