@@ -1,24 +1,24 @@
 // One measurement of a page, in a browser of its own that is killed afterwards, however busy it is.
 import { chromium } from "playwright-core";
 import { executable, flags } from "../../apps/viewer/tools/browser.mjs";
+import { installProbe } from "./steps.mjs";
 
-/** The longest that a step may take, milliseconds. */
-export const limit = 120_000;
-/** What a step that watches the limit by itself may take beyond it: its last frame. */
-const grace = 30_000;
-const unlimitedFrames = ["--disable-gpu-vsync", "--disable-frame-rate-limit"];
+/** Seconds after which a step is given up. */
+const limit = 120;
 
+/** What a step answers, or how it ended without an answer. */
 async function withinLimit(promise) {
     let timer;
-    promise.catch(() => {}); // of a browser killed meanwhile
-    const end = new Promise((resolve) => { timer = setTimeout(() => resolve(null), limit + grace); });
-    try { return await Promise.race([promise, end]); } finally { clearTimeout(timer); }
+    const end = new Promise((resolve) => { timer = setTimeout(() => resolve({ ending: `over ${limit} s` }), limit * 1000); });
+    const answer = promise.then((figures) => ({ figures }), (error) => ({ ending: "failed", error }));
+    try { return await Promise.race([answer, end]); } finally { clearTimeout(timer); }
 }
 
 async function openPage(machine, address) {
     const browser = await chromium.connect(machine.wsEndpoint());
     const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
     page.on("pageerror", (error) => process.stderr.write(`${address}: ${error.message}\n`));
+    await page.addInitScript(installProbe);
     await page.goto(address);
     await page.waitForFunction(() => window.benchmark);
     await page.evaluate(() => window.benchmark.ready);
@@ -26,19 +26,25 @@ async function openPage(machine, address) {
 }
 
 /**
- * Runs the steps in turn. Answers the figures of all by their names, each with the frames that were done and those wanted; a
- * step over the limit and those after it answer none.
+ * Runs the steps in turn, each with frames for so many seconds at most. Answers the figures of all by their names, each with
+ * the frames that were done and those wanted. A step that did not come to its end and those after it answer none; `ending` says
+ * how it ended.
  */
-export async function measure(address, scene, steps) {
-    const machine = await chromium.launchServer({ executablePath: executable, args: [...flags, ...unlimitedFrames] });
+export async function measure(address, scene, steps, seconds) {
+    // The browser holds frames back until the graphics process has taken the last ones. Without that, as with its flags for
+    // unlimited frame rates, a page seems quick that is drawn minutes later.
+    const machine = await chromium.launchServer({ executablePath: executable, args: flags });
     const figures = {};
     try {
         const page = await openPage(machine, address);
         const sceneText = JSON.stringify(scene);
         for (const { measure: step, frames = 1 } of steps) {
-            const answer = await withinLimit(page.evaluate(step, { sceneText, frames, limit }));
-            if (!answer) break;
-            const { done = frames, ...times } = answer;
+            const answer = await withinLimit(page.evaluate(step, { sceneText, frames, seconds }));
+            if (answer.ending) {
+                if (answer.error) process.stderr.write(`${address}: ${answer.error.message}\n`);
+                return { ...figures, ending: answer.ending };
+            }
+            const { done = frames, ...times } = answer.figures;
             for (const [key, milliseconds] of Object.entries(times)) figures[key] = { milliseconds, done, wanted: frames };
         }
     } finally {

@@ -6,6 +6,7 @@ export class OwnWork {
     #isOwn = [];
     #since = 0;
     #milliseconds = 0;
+    #isDrawing = true;
     #nextFrame = window.requestAnimationFrame.bind(window);
 
     constructor() {
@@ -36,20 +37,29 @@ export class OwnWork {
         WatchedMap.prototype.on = function (event, listener, ...rest) {
             return on.call(this, event, watch.#ownUnlessEngine(listener), ...rest);
         };
+        const { _render } = WatchedMap.prototype;
+        WatchedMap.prototype._render = function (...values) {
+            return watch.#isDrawing ? _render.apply(this, values) : this;
+        };
         return { ...engine, Map: WatchedMap };
     }
 
-    /** Does a piece of work in each of a number of frames, and tells the own milliseconds of a frame. */
-    async ofFrames(frames, work, limit) {
-        const end = performance.now() + limit;
+    /**
+     * Does a piece of work in each of a number of frames, and tells the own milliseconds of a frame. The engine's drawing is
+     * left out meanwhile: it would not count, and keep a thousand frames going for minutes.
+     */
+    async ofFrames(frames, seconds, work) {
+        const end = performance.now() + seconds * 1000;
         const step = this.#as(true, work);
         this.#milliseconds = 0;
+        this.#isDrawing = false;
         let done = 0;
         while (done < frames && performance.now() < end) {
             step(done);
             await new Promise((resolve) => { this.#nextFrame(resolve); });
             done += 1;
         }
+        this.#isDrawing = true;
         return { milliseconds: this.#milliseconds / done, done };
     }
 

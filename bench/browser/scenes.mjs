@@ -40,14 +40,14 @@ export function linesOverKorea(count, pointsOfEach) {
 const corners = 6;
 
 function hexagonAround(latitude, longitude, radius) {
-    return Array.from({ length: corners }, (_, i) => (2 * Math.PI * i) / corners)
-        .flatMap((angle) => [latitude + radius * Math.sin(angle), longitude + (radius / Math.cos(latitude * Math.PI / 180)) *
-            Math.cos(angle)]);
+    const width = radius / Math.cos(latitude * Math.PI / 180);
+    const angles = Array.from({ length: corners }, (_, i) => 2 * Math.PI * i / corners);
+    return angles.flatMap((angle) => [latitude + radius * Math.sin(angle), longitude + width * Math.cos(angle)]);
 }
 
 /**
- * Hexagons in rows and columns, some 10 points apart at zoom 6 and 5 at zoom 5. They fill 0.4 of that, so even at zoom 5 outlines
- * of 1 point, smoothed edges counted in, keep off each other.
+ * Hexagons in rows and columns, some 10 points apart at zoom 6 and 5 at zoom 5. They fill 0.4 of that, so even at zoom 5
+ * outlines of 1 point, smoothed edges counted in, keep off each other.
  */
 export function separateAreas(count) {
     const columns = Math.ceil(Math.sqrt(count * 4 / 3));

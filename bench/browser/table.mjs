@@ -1,6 +1,4 @@
 // The table of the benchmark: a row for each figure of a case, with the median and the spread of its runs.
-import { limit } from "./measure.mjs";
-
 const middle = (values) => [...values].sort((a, b) => a - b)[Math.floor(values.length / 2)];
 
 function readable(milliseconds) {
@@ -8,16 +6,19 @@ function readable(milliseconds) {
     return milliseconds.toFixed(milliseconds >= 1 ? 1 : 3);
 }
 
-const range = (values, write) => (values.length > 1 ? ` (${write(Math.min(...values))}–${write(Math.max(...values))})` : "");
+function range(values, write) {
+    return values.length > 1 ? ` (${write(Math.min(...values))}–${write(Math.max(...values))})` : "";
+}
 
-/** Median and spread; that a run had no figure, or one of fewer frames. */
+/** Median and spread, with the number of frames where they are fewer than wanted; or how a run ended without. */
 function cell(runs, key) {
     if (runs.length === 0) return "–";
+    const unfinished = runs.find((run) => !run[key]);
+    if (unfinished) return unfinished.ending;
     const figures = runs.map((run) => run[key]);
-    if (figures.includes(undefined)) return `over ${limit / 1000} s`;
     const times = figures.map(({ milliseconds }) => milliseconds);
     const fewest = Math.min(...figures.map(({ done }) => done));
-    const note = fewest < figures[0].wanted ? `, ${fewest} frames in ${limit / 1000} s` : "";
+    const note = fewest < figures[0].wanted ? `, ${fewest} frames` : "";
     return `${readable(middle(times))}${range(times, readable)}${note}`;
 }
 
