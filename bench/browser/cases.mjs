@@ -42,8 +42,8 @@ const areas = {
     ...drawn,
 };
 
-// One layer for all areas and one for all outlines cannot draw the same picture here: the outlines of areas that are covered
-// show through.
+// One layer for all areas and one for all outlines cannot draw the same picture here: the outlines of areas that are
+// covered show through.
 const overlapping = {
     ...areas, title: "5,000 outlined polygons, all overlapping", scene: () => overlappingAreas(5000), ...onlyShown,
 };

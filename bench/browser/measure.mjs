@@ -9,7 +9,9 @@ const limit = 120;
 /** What a step answers, or how it ended without an answer. */
 async function withinLimit(promise) {
     let timer;
-    const end = new Promise((resolve) => { timer = setTimeout(() => resolve({ ending: `over ${limit} s` }), limit * 1000); });
+    const end = new Promise((resolve) => {
+        timer = setTimeout(() => resolve({ ending: `over ${limit} s` }), limit * 1000);
+    });
     const answer = promise.then((figures) => ({ figures }), (error) => ({ ending: "failed", error }));
     try { return await Promise.race([answer, end]); } finally { clearTimeout(timer); }
 }
@@ -27,8 +29,8 @@ async function openPage(machine, address) {
 
 /**
  * Runs the steps in turn, each with frames for so many seconds at most. Answers the figures of all by their names, each with
- * the frames that were done and those wanted. A step that did not come to its end and those after it answer none; `ending` says
- * how it ended.
+ * the frames that were done and those wanted. A step that did not come to its end and those after it answer none; `ending`
+ * says how it ended.
  */
 export async function measure(address, scene, steps, seconds) {
     // The browser holds frames back until the graphics process has taken the last ones. Without that, as with its flags for

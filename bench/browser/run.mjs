@@ -1,7 +1,7 @@
 // Times the library's shapes in the browser beside pages written by hand for the same picture, the two in turn, and prints a
 // table. Usage: node bench/browser/run.mjs --site DIR [--pairs N] [--seconds N] [CASE…]
-// The cases are in cases.mjs, all are run unless some are named; --pairs are runs of each side, 5 unless told; --seconds is how
-// long frames are measured for at most, 15 unless told.
+// The cases are in cases.mjs, all are run unless some are named; --pairs are runs of each side, 5 unless told; --seconds is
+// how long frames are measured for at most, 15 unless told.
 import { parseArgs } from "node:util";
 import { serve } from "../../apps/viewer/tools/serve.mjs";
 import { cases } from "./cases.mjs";

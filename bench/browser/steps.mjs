@@ -1,6 +1,6 @@
-// What is measured, inside the page: each function travels there by itself, so it uses nothing from around it but `probe`. It
-// answers milliseconds by the name of the row that shows them, and `done`, the number of frames, where that may be fewer than
-// wanted because time was up, `seconds`.
+// What is measured, inside the page: each function travels there by itself, so it uses nothing from around it but `probe`.
+// It answers milliseconds by the name of the row that shows them, and `done`, the number of frames, where that may be fewer
+// than wanted because time was up, `seconds`.
 
 /** Runs in each page first: what all measurements use. */
 export function installProbe() {
@@ -12,8 +12,8 @@ export function installProbe() {
             context.readPixels(0, 0, 1, 1, context.RGBA, context.UNSIGNED_BYTE, new Uint8Array(4));
         },
         /**
-         * Does a piece of work in each frame. Answers the milliseconds of a frame, all drawn, and those on the main thread: the
-         * work and all callbacks of the frame.
+         * Does a piece of work in each frame. Answers the milliseconds of a frame, all drawn, and those on the main thread:
+         * the work and all callbacks of the frame.
          */
         async frames(wanted, seconds, work) {
             const start = performance.now();
