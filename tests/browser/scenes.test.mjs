@@ -277,7 +277,7 @@ for (const [count, what] of [[5, 'a few'], [40, 'many']]) {
         const back = ['change', third, { at: [0, 0] }];
         assert.deepEqual(await sentBy(back), ['updateData update 1 geometry']);
         assert.deepEqual(await sentBy(['change', third, { title: 'new' }]), ['updateData update 1 text-field']);
-        assert.deepEqual(await sentBy(['change', third, { zIndex: 1 }]), ['updateData update 1 key']);
+        assert.deepEqual(await sentBy(['change', third, { zIndex: 1 }]), ['updateData update 1 symbol-key']);
         assert.deepEqual(await sentBy(['setVisible', third, false]), ['updateData remove 1']);
         assert.deepEqual(await sentBy(['setVisible', third, true]), ['updateData add 1']);
         assert.deepEqual(await sentBy(marker(count)), ['updateData add 1']);

@@ -32,17 +32,6 @@ constexpr std::size_t color = 0;
 constexpr std::size_t opacity = 1;
 }  // namespace fill
 
-std::size_t kindIndex(MLNStyleLayerKind kind) {
-    switch (kind) {
-        case MLNStyleLayerKind::symbol:
-            return 0;
-        case MLNStyleLayerKind::line:
-            return 1;
-        default:
-            return 2;
-    }
-}
-
 /// The two properties that follow from others come after the layer's own.
 std::size_t slotOf(std::size_t number, std::string_view name) {
     if (name == "text-rotation-alignment") {
@@ -226,13 +215,15 @@ LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& 
         values.sight = LayerSight::visible;  // It keeps others from being drawn.
     }
     if (values.sight != LayerSight::nothing) {
-        values.key = keyOf(layer, values);
+        values.key = keyOf(layer, shape.kind(), values);
     }
     return values;
 }
 
-SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values) {
+SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, MLNShapeKind shape,
+                              const LayerValues& values) {
     keyText_ = typeName(layer.kind());
+    keyText_ += std::to_string(static_cast<unsigned>(shape));
     keyText_ += '\n' + layer.sourceIdentifier() + '\n' + std::to_string(layer.minimumZoomLevel()) + '\n' +
                 std::to_string(layer.maximumZoomLevel()) + '\n';
     for (const SharedText& text : shared_) {

@@ -21,6 +21,16 @@ constexpr std::size_t propertyLimit = 28;
 /// A set of properties by their number, see `MLNStyleLayer::changes`.
 using PropertySet = std::uint32_t;
 
+/// Kinds of layers that runs are made of: symbols, lines, fills.
+constexpr std::size_t drawnKinds = 3;
+/// The place of a kind among them.
+[[nodiscard]] constexpr std::size_t kindIndex(MLNStyleLayerKind kind) {
+    if (kind == MLNStyleLayerKind::symbol) {
+        return 0;
+    }
+    return kind == MLNStyleLayerKind::line ? 1 : 2;
+}
+
 /// How much of a layer there is to see.
 enum class LayerSight {
     nothing,      ///< Nothing is drawn, nothing is found.
@@ -62,11 +72,12 @@ class LayerReader {
 
     template <class T>
     [[nodiscard]] SharedText textOf(Last& last, std::string_view name, const T& value);
-    [[nodiscard]] SharedText keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values);
+    [[nodiscard]] SharedText keyOf(const MLNVectorStyleLayer& layer, MLNShapeKind shape,
+                                   const LayerValues& values);
 
     TextPool pool_;
-    std::array<std::array<Last, propertyLimit + 2>, 3> last_;  ///< By kind and property.
-    std::array<SharedText, propertyLimit + 2> shared_;         ///< Of the layer being read.
+    std::array<std::array<Last, propertyLimit + 2>, drawnKinds> last_;  ///< By kind and property.
+    std::array<SharedText, propertyLimit + 2> shared_;                  ///< Of the layer being read.
     std::string keyText_;
 };
 

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
-#include <string>
 #include <vector>
 
 #include <pelta/Engine/MLNStyleLayer.h>
@@ -16,6 +15,7 @@
 namespace pelta {
 
 struct Run;
+struct RunFeature;
 
 /// A layer of the model and how the engine has it: as a layer of its own, or as a feature of a run.
 struct ModelLayer {
@@ -33,23 +33,23 @@ struct ModelLayer {
     Run* run = nullptr;        ///< That it is drawn with; null when there is nothing to draw.
     std::size_t position = 0;  ///< Among the run's members.
     double sortKey = 0;        ///< Within the run.
-    bool isTouched = false;    ///< Values or shape have changed since the feature was sent.
+    bool isTouched = false;    ///< Values or shape have changed since they were sent.
     bool isAnew = false;       ///< To be sent as a new feature, which the engine draws after its equals.
 
-    /// The feature that the engine has.
+    /// What the engine has of the layer.
     struct Sent {
-        std::uint32_t id = 0;  ///< 0 for none.
-        std::uint32_t run = 0;
+        RunFeature* feature = nullptr;  ///< Null for nothing.
+        std::uint32_t run = 0;          ///< 0 before the feature's properties are written.
         double sortKey = 0;
         PropertySet own = 0;  ///< Values that the feature carries.
         std::array<SharedText, propertyLimit> values;
-        std::uint64_t revision = 0;  ///< Of the shape.
     } sent;
 };
 
 /// Neighbouring layers that the engine draws as one.
 struct Run {
     std::uint32_t number = 0;
+    MLNStyleLayerKind kind = MLNStyleLayerKind::other;
     SharedText key;                    ///< Of all members, see `LayerValues`.
     std::vector<ModelLayer*> members;  ///< Bottom first.
     /// What the engine's layer holds: the value of each property for features that do not carry their own.
@@ -57,8 +57,6 @@ struct Run {
     PropertySet varying = 0;     ///< Properties that features may carry.
     PropertySet unwritten = 0;   ///< Properties of the engine's layer that are to be written.
     bool needsSortKeys = false;  ///< Other members, or another order, than the sort keys are for.
-
-    [[nodiscard]] std::string layerIdentifier() const { return "pelta-run-" + std::to_string(number); }
 };
 
 }  // namespace pelta

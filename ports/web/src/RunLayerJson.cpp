@@ -11,6 +11,9 @@ namespace pelta {
 
 namespace {
 
+constexpr std::array<std::string_view, drawnKinds> layerPrefixes{"pelta-symbol-", "pelta-line-",
+                                                                 "pelta-fill-"};
+
 std::vector<NamedProperty> namedProperties(const MLNVectorStyleLayer& layer) {
     std::vector<NamedProperty> names;
     visitLayerProperties(layer,
@@ -70,20 +73,46 @@ std::span<const NamedProperty> propertiesOf(const MLNVectorStyleLayer& layer) {
     return table;
 }
 
-std::string runSourceIdentifier(const MLNVectorStyleLayer& layer) {
-    return layer.sourceIdentifier() + "#" + std::string(typeName(layer.kind()));
+std::string runSourceIdentifier(std::string_view source, MLNShapeKind shape) {
+    static constexpr std::array<std::string_view, 4> suffixes{"#points", "#lines", "#areas", "#others"};
+    return std::string(source) + std::string(suffixes[static_cast<std::size_t>(shape)]);
+}
+
+std::string runLayerIdentifier(const Run& run) {
+    return std::string(layerPrefixes[kindIndex(run.kind)]) + std::to_string(run.number);
+}
+
+std::optional<MLNStyleLayerKind> runLayerKind(std::string_view identifier) {
+    for (const auto kind : {MLNStyleLayerKind::symbol, MLNStyleLayerKind::line, MLNStyleLayerKind::fill}) {
+        if (identifier.starts_with(layerPrefixes[kindIndex(kind)])) {
+            return kind;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string_view runProperty(MLNStyleLayerKind kind) {
+    static constexpr std::array<std::string_view, drawnKinds> names{"symbol-run", "line-run", "fill-run"};
+    return names[kindIndex(kind)];
+}
+
+std::string_view keyProperty(MLNStyleLayerKind kind) {
+    static constexpr std::array<std::string_view, drawnKinds> names{"symbol-key", "line-key", "fill-key"};
+    return names[kindIndex(kind)];
 }
 
 void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey) {
     const MLNVectorStyleLayer& first = *run.members.front()->drawn;
     json.beginObject();
-    json.member("id", run.layerIdentifier());
+    json.member("id", runLayerIdentifier(run));
     json.member("type", typeName(first.kind()));
     json.member("minzoom", static_cast<double>(first.minimumZoomLevel()));
     json.member("maxzoom", static_cast<double>(first.maximumZoomLevel()));
-    json.member("source", runSourceIdentifier(first));
+    json.member("source", runSourceIdentifier(first.sourceIdentifier(),
+                                              run.members.front()->place->drawableShape()->kind()));
     json.key("filter");
-    json.raw(R"(["==",["get","run"],)" + std::to_string(run.number) + "]");
+    json.raw(R"(["==",["get",")" + std::string(runProperty(run.kind)) + "\"]," + std::to_string(run.number) +
+             "]");
     json.key("layout");
     json.beginObject();
     writeOrder(json, first.kind(), sortKey);
@@ -100,7 +129,7 @@ void writeRunLayerChanges(JsonWriter& calls, const Run& run) {
     visitPropertiesIn(*run.members.front()->drawn, run.unwritten, [&](const NamedProperty& property) {
         beginStyleCall(calls,
                        property.group == MLNPropertyGroup::layout ? "setLayoutProperty" : "setPaintProperty");
-        calls.value(run.layerIdentifier());
+        calls.value(runLayerIdentifier(run));
         calls.value(property.name);
         calls.raw(valueJson(run, property));
         writeUnchecked(calls);

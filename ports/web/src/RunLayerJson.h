@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include "JsonWriter.h"
@@ -28,9 +30,17 @@ void visitPropertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers, Vi
     }
 }
 
-/// Name of the engine's source for the runs over a source of the model, by kind of layer: so no change
-/// reaches layers of another kind.
-[[nodiscard]] std::string runSourceIdentifier(const MLNVectorStyleLayer& layer);
+/// Name of the engine's source for the runs over a source of the model, by kind of shape: so no change of a
+/// marker reaches lines and areas.
+[[nodiscard]] std::string runSourceIdentifier(std::string_view source, MLNShapeKind shape);
+/// Name of the engine's layer for a run.
+[[nodiscard]] std::string runLayerIdentifier(const Run& run);
+/// The kind of an engine's layer by its name; nothing for one that is not a run's.
+[[nodiscard]] std::optional<MLNStyleLayerKind> runLayerKind(std::string_view identifier);
+
+/// Names of the feature properties that hold the number of the run, and the sort key, of the layer of a kind.
+[[nodiscard]] std::string_view runProperty(MLNStyleLayerKind kind);
+[[nodiscard]] std::string_view keyProperty(MLNStyleLayerKind kind);
 
 /// Writes the engine's layer for a run.
 /// @param sortKey  see `SymbolOrder`.

@@ -51,6 +51,7 @@ void RunPlanner::matchRuns(std::vector<RunDraft>& drafts) {
 std::unique_ptr<Run> RunPlanner::makeRun(const RunDraft& draft) {
     auto run = std::make_unique<Run>();
     run->number = ++lastNumber_;
+    run->kind = draft.members.front()->layer->kind();
     run->key = draft.key;
     run->base = draft.members.front()->values.own;
     return run;

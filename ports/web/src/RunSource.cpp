@@ -1,5 +1,8 @@
 #include "RunSource.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "FeatureJson.h"
 #include "RunLayerJson.h"
 
@@ -26,6 +29,71 @@ void writeAsList(JsonWriter& json, std::string_view name, const JsonWriter& entr
 /// The properties in a set that differ between the values and those that were sent.
 PropertySet changedOnes(const ModelLayer& layer, PropertySet own) {
     return own & (~layer.sent.own | differences(layer.values.own, layer.sent.values));
+}
+
+/// The values of a layer that the engine's layer does not hold for it.
+PropertySet ownOnes(const ModelLayer& layer) {
+    return differences(layer.values.own, layer.run->base);
+}
+
+const MLNShape& shapeOf(const RunFeature& feature) {
+    const auto layer = std::find_if(feature.layers.begin(), feature.layers.end(),
+                                    [](const ModelLayer* each) { return each != nullptr; });
+    return *(*layer)->place->drawableShape();
+}
+
+/// Whether sending a layer would tell the engine anything.
+bool hasNews(const ModelLayer& layer) {
+    const PropertySet own = ownOnes(layer);
+    return layer.sent.run != layer.run->number || layer.sent.sortKey != layer.sortKey ||
+           changedOnes(layer, own) != 0 || (layer.sent.own & ~own) != 0 ||
+           layer.sent.feature->revision != layer.place->drawableShape()->revision();
+}
+
+void writeMembers(JsonWriter& json, const ModelLayer& layer) {
+    const MLNStyleLayerKind kind = layer.layer->kind();
+    json.member(runProperty(kind), layer.run->number);
+    json.member(keyProperty(kind), layer.sortKey);
+    visitPropertiesIn(*layer.drawn, ownOnes(layer), [&](const NamedProperty& property) {
+        json.key(property.name);
+        json.raw(*layer.values.own[property.number]);
+    });
+}
+
+void writeNews(JsonWriter& set, JsonWriter& unset, const ModelLayer& layer) {
+    const MLNStyleLayerKind kind = layer.layer->kind();
+    const PropertySet own = ownOnes(layer);
+    if (layer.sent.run != layer.run->number) {
+        writeProperty(set, runProperty(kind), layer.run->number);
+    }
+    if (layer.sent.sortKey != layer.sortKey || layer.sent.run == 0) {
+        writeProperty(set, keyProperty(kind), layer.sortKey);
+    }
+    visitPropertiesIn(*layer.drawn, changedOnes(layer, own), [&](const NamedProperty& property) {
+        set.beginObject();
+        set.member("key", property.name);
+        set.key("value");
+        set.raw(*layer.values.own[property.number]);
+        set.endObject();
+    });
+    visitPropertiesIn(*layer.drawn, layer.sent.own & ~own,
+                      [&](const NamedProperty& property) { unset.value(property.name); });
+}
+
+void noteSent(ModelLayer& layer) {
+    layer.sent.run = layer.run->number;
+    layer.sent.sortKey = layer.sortKey;
+    layer.sent.own = ownOnes(layer);
+    layer.sent.values = layer.values.own;
+}
+
+template <class Layers, class Visit>
+void visitLayers(Layers& layers, Visit&& visit) {
+    for (ModelLayer* layer : layers) {
+        if (layer != nullptr) {
+            visit(*layer);
+        }
+    }
 }
 
 }  // namespace
@@ -60,32 +128,59 @@ bool isStale(const ModelLayer& member) {
 }
 
 void RunSource::send(ModelLayer& layer) {
-    const PropertySet own = differences(layer.values.own, layer.run->base);
-    if (layer.sent.id != 0 && layer.isAnew) {
-        withdraw(layer);
+    if (layer.sent.feature != nullptr && (layer.isAnew || layer.sent.feature->source != this)) {
+        layer.sent.feature->source->withdraw(layer);
     }
-    if (layer.sent.id == 0) {
-        add(layer, own);
-    } else {
-        update(layer, own);
+    if (layer.sent.feature == nullptr) {
+        layer.sent.feature = &featureFor(layer);
+        layer.sent.feature->layers[kindIndex(layer.layer->kind())] = &layer;
     }
     layer.isAnew = false;
     layer.isTouched = false;
-    noteRun(layer, layer.run->number);
-    layer.sent.run = layer.run->number;
-    layer.sent.sortKey = layer.sortKey;
-    layer.sent.own = own;
-    layer.sent.values = layer.values.own;
-    layer.sent.revision = layer.place->drawableShape()->revision();
+    // In a band even what has no news counts as having arrived.
+    if (hasNews(layer) || order_.isBanded(*layer.run)) {
+        noteRun(layer, layer.run->number);
+        list(*layer.sent.feature);
+    }
+}
+
+RunFeature& RunSource::featureFor(const ModelLayer& layer) {
+    RunFeature* shared = layer.place->feature;
+    if (shared == nullptr || shared->source != this) {
+        return *(layer.place->feature = &features_->make(*this));
+    }
+    const bool isTaken = shared->layers[kindIndex(layer.layer->kind())] != nullptr;
+    return isTaken ? features_->make(*this) : *shared;
+}
+
+void RunSource::list(RunFeature& feature) {
+    if (!std::exchange(feature.isListed, true)) {
+        features_->noteArrival(feature);
+        listed_.push_back(&feature);
+    }
 }
 
 void RunSource::withdraw(ModelLayer& layer) {
-    if (layer.sent.id != 0) {
-        removed_.value(layer.sent.id);
-        numbers_->leave(layer.sent.id);
-        noteRun(layer, 0);
-        layer.sent = {};
+    RunFeature& feature = *layer.sent.feature;
+    const MLNStyleLayerKind kind = layer.layer->kind();
+    feature.layers[kindIndex(kind)] = nullptr;
+    noteRun(layer, 0);
+    if (std::any_of(feature.layers.begin(), feature.layers.end(), [](ModelLayer* each) { return each; })) {
+        feature.leaving.emplace_back(runProperty(kind));
+        feature.leaving.emplace_back(keyProperty(kind));
+        visitPropertiesIn(*layer.drawn, layer.sent.own, [&](const NamedProperty& property) {
+            feature.leaving.emplace_back(property.name);
+        });
+        list(feature);
+    } else {
+        removed_.value(feature.id);
+        std::erase(listed_, &feature);
+        if (layer.place->feature == &feature) {
+            layer.place->feature = nullptr;
+        }
+        features_->remove(feature);
     }
+    layer.sent = {};
 }
 
 void RunSource::noteRun(const ModelLayer& layer, std::uint32_t run) {
@@ -99,69 +194,55 @@ void RunSource::noteRun(const ModelLayer& layer, std::uint32_t run) {
     }
 }
 
-void RunSource::add(ModelLayer& layer, PropertySet own) {
-    layer.sent.id = numbers_->enter(layer);
+void RunSource::writeAddition(const RunFeature& feature) {
     added_.beginObject();
     added_.member("type", "Feature");
-    added_.member("id", layer.sent.id);
+    added_.member("id", feature.id);
     added_.key("properties");
     added_.beginObject();
-    added_.member("run", layer.run->number);
-    added_.member("key", layer.sortKey);
-    visitPropertiesIn(*layer.drawn, own, [&](const NamedProperty& property) {
-        added_.key(property.name);
-        added_.raw(*layer.values.own[property.number]);
-    });
+    visitLayers(feature.layers, [&](const ModelLayer& layer) { writeMembers(added_, layer); });
     added_.endObject();
     added_.key("geometry");
-    writeGeometry(added_, *layer.place->drawableShape());
+    writeGeometry(added_, shapeOf(feature));
     added_.endObject();
 }
 
-void RunSource::update(ModelLayer& layer, PropertySet own) {
-    const MLNShape& shape = *layer.place->drawableShape();
-    const ModelLayer::Sent& sent = layer.sent;
+void RunSource::writeUpdate(RunFeature& feature) {
     JsonWriter set;
     JsonWriter unset;
-    if (sent.run != layer.run->number) {
-        writeProperty(set, "run", layer.run->number);
+    for (const std::string& name : std::exchange(feature.leaving, {})) {
+        unset.value(name);
     }
-    if (sent.sortKey != layer.sortKey) {
-        writeProperty(set, "key", layer.sortKey);
-    }
-    visitPropertiesIn(*layer.drawn, changedOnes(layer, own), [&](const NamedProperty& property) {
-        set.beginObject();
-        set.member("key", property.name);
-        set.key("value");
-        set.raw(*layer.values.own[property.number]);
-        set.endObject();
-    });
-    visitPropertiesIn(*layer.drawn, sent.own & ~own,
-                      [&](const NamedProperty& property) { unset.value(property.name); });
-    const bool isShapeNew = sent.revision != shape.revision();
+    visitLayers(feature.layers, [&](const ModelLayer& layer) { writeNews(set, unset, layer); });
+    const bool isShapeNew = feature.revision != shapeOf(feature).revision();
     if (!isShapeNew && set.text().empty() && unset.text().empty()) {
-        if (!order_.isBanded(*layer.run)) {
-            return;
-        }
-        writeProperty(set, "key", layer.sortKey);  // It counts as having arrived.
+        visitLayers(feature.layers, [&](const ModelLayer& layer) {
+            writeProperty(set, keyProperty(layer.layer->kind()), layer.sortKey);
+        });
     }
-    numbers_->noteUpdate(sent.id);
     updated_.beginObject();
-    updated_.member("id", sent.id);
+    updated_.member("id", feature.id);
     if (isShapeNew) {
         updated_.key("newGeometry");
-        writeGeometry(updated_, shape);
+        writeGeometry(updated_, shapeOf(feature));
     }
     writeAsList(updated_, "addOrUpdateProperties", set);
     writeAsList(updated_, "removeProperties", unset);
     updated_.endObject();
 }
 
-bool RunSource::hasChanges() const {
-    return !removed_.text().empty() || !added_.text().empty() || !updated_.text().empty();
-}
-
 void RunSource::writeChanges(JsonWriter& calls) {
+    for (RunFeature* feature : std::exchange(listed_, {})) {
+        feature->isListed = false;
+        if (feature->revision == 0) {
+            writeAddition(*feature);
+        } else {
+            writeUpdate(*feature);
+        }
+        feature->revision = shapeOf(*feature).revision();
+        visitLayers(feature->layers, [](ModelLayer& layer) { noteSent(layer); });
+    }
+    const bool hasChanges = !removed_.text().empty() || !added_.text().empty() || !updated_.text().empty();
     if (!exists_ && !added_.text().empty()) {
         exists_ = true;
         beginStyleCall(calls, "addSource");
@@ -174,7 +255,7 @@ void RunSource::writeChanges(JsonWriter& calls) {
         calls.endObject();
         calls.raw(R"({"validate":false})");
         calls.endArray();
-    } else if (exists_ && hasChanges()) {
+    } else if (exists_ && hasChanges) {
         beginSourceCall(calls, identifier_, "updateData");
         calls.beginObject();
         writeAsList(calls, "remove", removed_);

@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "FeatureNumbers.h"
 #include "JsonWriter.h"
 #include "Run.h"
+#include "RunFeature.h"
 #include "SymbolOrder.h"
 
 namespace pelta {
@@ -21,20 +22,20 @@ void beginSource(JsonWriter& json);
 /// Whether the engine has a member of a run otherwise than it is now.
 [[nodiscard]] bool isStale(const ModelLayer& member);
 
-/// A source of the engine that holds one feature for each layer of the model that is drawn in a run. What
-/// changes crosses as differences.
+/// A source of the engine that holds the shapes of one kind which runs draw. What changes crosses as
+/// differences.
 class RunSource {
  public:
-    RunSource(std::string identifier, FeatureNumbers& numbers)
-        : identifier_(std::move(identifier)), numbers_(&numbers) {}
+    RunSource(std::string identifier, RunFeatures& features)
+        : identifier_(std::move(identifier)), features_(&features) {}
 
     /// To be called before members of a run are sent in order.
-    void keepOrder(Run& run) { order_.keep(run, *numbers_); }
+    void keepOrder(Run& run) { order_.keep(run, *features_); }
     [[nodiscard]] const SymbolOrder& order() const noexcept { return order_; }
 
-    /// Brings a layer's feature in line with it.
+    /// Brings the feature of a layer's shape in line with the layer; once a frame.
     void send(ModelLayer& layer);
-    /// Takes a layer's feature out.
+    /// Takes a layer, which is in this source, out of the feature of its shape.
     void withdraw(ModelLayer& layer);
 
     /// Writes the call that tells the engine what was sent and withdrawn since the last time, if anything
@@ -44,14 +45,16 @@ class RunSource {
     void writeOrderChanges(JsonWriter& calls) { order_.writeChanges(calls); }
 
  private:
-    void add(ModelLayer& layer, PropertySet own);
-    void update(ModelLayer& layer, PropertySet own);
+    [[nodiscard]] RunFeature& featureFor(const ModelLayer& layer);
+    void list(RunFeature& feature);
     void noteRun(const ModelLayer& layer, std::uint32_t run);
-    [[nodiscard]] bool hasChanges() const;
+    void writeAddition(const RunFeature& feature);
+    void writeUpdate(RunFeature& feature);
 
     std::string identifier_;
-    FeatureNumbers* numbers_;
+    RunFeatures* features_;
     SymbolOrder order_;
+    std::vector<RunFeature*> listed_;  ///< In the order in which they are to arrive.
     JsonWriter removed_;
     JsonWriter added_;
     JsonWriter updated_;

@@ -12,13 +12,15 @@
 namespace pelta {
 
 struct ModelLayer;
+struct RunFeature;
 
 /// The shapes of a source that carry one identifier, and the layers that select it.
 struct ShapePlace {
     std::string identifier;
     std::vector<const MLNShape*> shapes;
     std::vector<ModelLayer*> layers;
-    bool isChanged = false;  ///< Listed by the update under way.
+    RunFeature* feature = nullptr;  ///< The one that the engine has for the shape; null if it has none.
+    bool isChanged = false;         ///< Listed by the update under way.
 
     /// The shape, if there is exactly one and it has usable geometry; else null.
     [[nodiscard]] const MLNShape* drawableShape() const;

@@ -19,7 +19,7 @@ std::vector<bool> stayingMembers(const Run& run) {
     std::vector<std::size_t> indices;
     for (std::size_t i = 0; i < run.members.size(); ++i) {
         const ModelLayer& member = *run.members[i];
-        if (member.sent.id != 0 && member.sent.run == run.number) {
+        if (member.sent.feature != nullptr && member.sent.run == run.number) {
             keys.push_back(member.sent.sortKey);
             indices.push_back(i);
         }

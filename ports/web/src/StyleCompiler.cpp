@@ -71,9 +71,7 @@ void StyleCompiler::takeRemovedLayers(const std::vector<std::string>& identifier
         if (known != layersByName_.end()) {
             ModelLayer& layer = *known->second;
             layersByName_.erase(known);
-            if (layer.sent.id != 0) {
-                runSource(layer).withdraw(layer);
-            }
+            withdraw(layer);
             setLiteral(layer, false);
             leavePlace(layer);
             const auto entry = layers_.find(layer.layer.get());
@@ -114,6 +112,7 @@ void StyleCompiler::takeLayers(const MLNStyleChanges& changes) {
             entered(layer);
         } else {
             if ((layer->changes() & MLNStyleLayer::predicateChange) != 0) {
+                withdraw(*known->second);
                 leavePlace(*known->second);
                 bindPlace(*known->second);
             }
@@ -177,8 +176,8 @@ void StyleCompiler::readLayer(ModelLayer& layer) {
     const bool isExtentNew = shape != nullptr && takeExtent(layer, *shape);
     needsPlan_ = needsPlan_ || isExtentNew || values.key != layer.values.key ||
                  values.sight != layer.values.sight || values.reach != layer.values.reach;
-    const bool isAsSent = shape != nullptr && layer.sent.id != 0 &&
-                          layer.sent.revision == shape->revision() &&
+    const bool isAsSent = shape != nullptr && layer.sent.feature != nullptr &&
+                          layer.sent.feature->revision == shape->revision() &&
                           differences(values.own, layer.sent.values) == 0;
     layer.values = std::move(values);
     if (!layer.isTouched && !isAsSent) {
@@ -211,8 +210,8 @@ void StyleCompiler::takeStack(const MLNStyle& style) {
 void StyleCompiler::replan(double zoom) {
     planner_.plan(stack_, zoom);
     for (ModelLayer* layer : stack_) {
-        if (layer->run == nullptr && layer->sent.id != 0) {
-            runSource(*layer).withdraw(*layer);
+        if (layer->run == nullptr) {
+            withdraw(*layer);
         }
     }
     updateRuns();
@@ -224,9 +223,19 @@ void StyleCompiler::replan(double zoom) {
 }
 
 RunSource& StyleCompiler::runSource(const ModelLayer& layer) {
-    Source& source = sources_[layer.drawn->sourceIdentifier()];
-    return source.byKind.try_emplace(layer.drawn->kind(), runSourceIdentifier(*layer.drawn), numbers_)
-        .first->second;
+    const std::string& identifier = layer.drawn->sourceIdentifier();
+    const MLNShapeKind shape = layer.place->drawableShape()->kind();
+    auto& sources = sources_[identifier].byKind;
+    const auto known = sources.find(shape);
+    return known != sources.end()
+               ? known->second
+               : sources.try_emplace(shape, runSourceIdentifier(identifier, shape), features_).first->second;
+}
+
+void StyleCompiler::withdraw(ModelLayer& layer) {
+    if (layer.sent.feature != nullptr) {
+        layer.sent.feature->source->withdraw(layer);
+    }
 }
 
 void StyleCompiler::updateRuns() {
@@ -332,7 +341,7 @@ std::vector<std::string> StyleCompiler::wantedLayers() const {
     std::vector<std::string> wanted;
     wanted.reserve(planner_.layers().size());
     for (const EngineLayer& layer : planner_.layers()) {
-        wanted.push_back(layer.run ? layer.run->layerIdentifier() : layer.literal->layer->identifier());
+        wanted.push_back(layer.run ? runLayerIdentifier(*layer.run) : layer.literal->layer->identifier());
     }
     return wanted;
 }

@@ -56,12 +56,12 @@ class StyleCompiler {
  private:
     struct Source {
         ShapeIndex shapes;
-        bool exists = false;                            ///< In the model.
-        std::size_t literalLayers = 0;                  ///< That draw it as it is.
-        bool isSentWhole = false;                       ///< The engine has it under its own name.
-        bool isChanged = false;                         ///< Since it was sent whole.
-        std::vector<const MLNShape*> features;          ///< As sent whole.
-        std::map<MLNStyleLayerKind, RunSource> byKind;  ///< What its runs draw.
+        bool exists = false;                       ///< In the model.
+        std::size_t literalLayers = 0;             ///< That draw it as it is.
+        bool isSentWhole = false;                  ///< The engine has it under its own name.
+        bool isChanged = false;                    ///< Since it was sent whole.
+        std::vector<const MLNShape*> features;     ///< As sent whole.
+        std::map<MLNShapeKind, RunSource> byKind;  ///< What its runs draw.
     };
     struct Found;
 
@@ -84,6 +84,8 @@ class StyleCompiler {
     void updateTouched();
     void noteVarying(ModelLayer& layer);
     [[nodiscard]] RunSource& runSource(const ModelLayer& layer);
+    /// Takes a layer out of the feature that the engine has for its shape, if it has one.
+    static void withdraw(ModelLayer& layer);
 
     void writeSources();
     void writeWholeSource(const std::string& identifier, Source& source);
@@ -99,7 +101,7 @@ class StyleCompiler {
     LayerReader reader_;
     LayerOrder order_;
     RunPlanner planner_;
-    FeatureNumbers numbers_;
+    RunFeatures features_;
     std::map<std::string, Source, std::less<>> sources_;
     std::unordered_map<const MLNStyleLayer*, std::unique_ptr<ModelLayer>> layers_;
     std::unordered_map<std::string_view, ModelLayer*> layersByName_;  ///< Keys lie in the layers.

@@ -3,6 +3,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "RunLayerJson.h"
 #include "StyleCompiler.h"
 
 namespace pelta {
@@ -19,7 +20,7 @@ std::vector<std::string> StyleCompiler::engineLayers(std::span<const std::string
         if (layer.isLiteral) {
             names.push_back(layer.layer->identifier());
         } else if (layer.run != nullptr) {
-            names.push_back(layer.run->layerIdentifier());
+            names.push_back(runLayerIdentifier(*layer.run));
         }
     };
     if (candidates.empty()) {
@@ -48,7 +49,9 @@ StyleCompiler::Found StyleCompiler::found(const EngineHit& hit, const std::strin
         }
         return {&layer, {source->second.shapes.contents(), source->second.features[hit.feature]}};
     }
-    const ModelLayer* layer = numbers_.find(hit.feature);
+    const std::optional<MLNStyleLayerKind> kind = runLayerKind(engineLayer);
+    const RunFeature* feature = features_.find(hit.feature);
+    const ModelLayer* layer = feature && kind ? feature->layers[kindIndex(*kind)] : nullptr;
     const MLNShape* shape = layer && layer->place ? layer->place->drawableShape() : nullptr;
     return shape ? Found{layer, {layer->shapes->contents(), shape}} : Found{};
 }

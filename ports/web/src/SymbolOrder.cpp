@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "LayerJson.h"
+#include "RunLayerJson.h"
 #include "RunSource.h"
 
 namespace pelta {
@@ -12,6 +13,11 @@ namespace {
 
 /// Symbols of one run with sort keys of their own, and bands of larger runs.
 constexpr std::size_t keyLimit = 16;
+
+/// The key that a feature has for its layer of a kind, as an expression.
+std::string ownKey(MLNStyleLayerKind kind) {
+    return R"(["get",")" + std::string(keyProperty(kind)) + "\"]";
+}
 
 }  // namespace
 
@@ -22,7 +28,7 @@ void SymbolOrder::featureLeft(std::uint32_t run) {
     }
 }
 
-void SymbolOrder::keep(Run& run, const FeatureNumbers& numbers) {
+void SymbolOrder::keep(Run& run, const RunFeatures& features) {
     const bool isSymbol = run.members.front()->layer->kind() == MLNStyleLayerKind::symbol;
     if (!isSymbol || (!isBanded(run) && run.members.size() <= keyLimit)) {
         return;
@@ -30,10 +36,10 @@ void SymbolOrder::keep(Run& run, const FeatureNumbers& numbers) {
     Order& order = orders_[run.number];
     std::vector<double> starts;
     bool isCovered = std::exchange(order.isBanded, true);
-    std::uint32_t next = numbers.lastArrival();
+    std::uint32_t next = features.lastArrival();
     const auto arrivalOf = [&](const ModelLayer& member) {
-        return isStale(member) ? Arrival{++next, member.sent.id != 0 && !member.isAnew}
-                               : numbers.arrival(member.sent.id);
+        return isStale(member) ? Arrival{++next, member.sent.feature != nullptr && !member.isAnew}
+                               : member.sent.feature->arrival;
     };
     Arrival below = arrivalOf(*run.members.front());
     for (std::size_t i = 1; i < run.members.size(); ++i) {
@@ -51,7 +57,7 @@ void SymbolOrder::keep(Run& run, const FeatureNumbers& numbers) {
     }
     if (!isCovered) {
         order.starts = std::move(starts);
-        unwritten_.emplace_back(run.number, run.layerIdentifier());
+        unwritten_.emplace_back(run.number, runLayerIdentifier(run));
     }
 }
 
@@ -68,7 +74,7 @@ bool SymbolOrder::staysInPlace(const ModelLayer& member) const {
 
 std::string SymbolOrder::sortKey(const Run& run) const {
     const auto order = orders_.find(run.number);
-    return (order == orders_.end() ? Order{} : order->second).sortKey();
+    return order == orders_.end() || !order->second.isBanded ? ownKey(run.kind) : order->second.sortKey();
 }
 
 void SymbolOrder::writeChanges(JsonWriter& calls) {
@@ -90,14 +96,13 @@ bool SymbolOrder::Order::separates(const ModelLayer& lower, const ModelLayer& up
 }
 
 std::string SymbolOrder::Order::sortKey() const {
-    const std::string own = R"(["get","key"])";
-    if (!isBanded || starts.empty()) {
-        return isBanded ? "0" : own;
+    if (starts.empty()) {
+        return "0";
     }
     JsonWriter json;
     json.beginArray();
     json.value("step");
-    json.raw(own);
+    json.raw(ownKey(MLNStyleLayerKind::symbol));
     json.value(0);
     for (std::size_t i = 0; i < starts.size(); ++i) {
         json.value(starts[i]);

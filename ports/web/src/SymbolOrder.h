@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "FeatureNumbers.h"
 #include "JsonWriter.h"
 #include "Run.h"
+#include "RunFeature.h"
 
 namespace pelta {
 
@@ -26,7 +26,7 @@ class SymbolOrder {
 
     /// Lays out the bands of a run whose stale members are going to be sent in order. Where there would be
     /// too many, all members are marked to be sent anew.
-    void keep(Run& run, const FeatureNumbers& numbers);
+    void keep(Run& run, const RunFeatures& features);
     /// Whether members are drawn in the order of their arrival.
     [[nodiscard]] bool isBanded(const Run& run) const;
     /// Whether a member that is updated by itself stays where it is drawn.
@@ -44,7 +44,7 @@ class SymbolOrder {
         std::vector<double> starts;  ///< Keys at which bands begin, ascending, but for the lowest band.
 
         [[nodiscard]] bool separates(const ModelLayer& lower, const ModelLayer& upper) const;
-        [[nodiscard]] std::string sortKey() const;
+        [[nodiscard]] std::string sortKey() const;  ///< While banded.
     };
 
     std::unordered_map<std::uint32_t, Order> orders_;               ///< By run.
