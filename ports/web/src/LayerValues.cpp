@@ -189,7 +189,8 @@ LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& 
     }
     const auto& isCommonSlot = commonPropertiesOf(layer);
     auto& last = last_[kindIndex(layer.kind())];
-    shared_ = {};
+    common_.values = {};
+    common_.shape = shape.kind();
     visitLayerProperties(
         layer, [&](unsigned number, MLNPropertyGroup, std::string_view name, const auto& property) {
             if (!property) {
@@ -205,41 +206,46 @@ LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& 
                     text = textOf(last[slot], name, *value);
                 }
             }
-            (isCommonSlot[slot] ? shared_[slot] : values.own[number]) = std::move(text);
+            (isCommonSlot[slot] ? common_.values[slot] : values.own[number]) = std::move(text);
         });
     values.sight = sightOf(layer, values.own);
     values.reach = reachOf(layer, [&](std::size_t number) -> const SharedText& {
-        return isCommonSlot[number] ? shared_[number] : values.own[number];
+        return isCommonSlot[number] ? common_.values[number] : values.own[number];
     });
     if (values.sight == LayerSight::transparent && avoidsOthers(layer)) {
         values.sight = LayerSight::visible;  // It keeps others from being drawn.
     }
     if (values.sight != LayerSight::nothing) {
-        values.key = keyOf(layer, shape.kind(), values);
+        values.key = keyOf(layer, values);
     }
     return values;
 }
 
-SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, MLNShapeKind shape,
-                              const LayerValues& values) {
-    keyText_ = typeName(layer.kind());
-    keyText_ += std::to_string(static_cast<unsigned>(shape));
-    keyText_ += '\n' + layer.sourceIdentifier() + '\n' + std::to_string(layer.minimumZoomLevel()) + '\n' +
-                std::to_string(layer.maximumZoomLevel()) + '\n';
-    for (const SharedText& text : shared_) {
-        keyText_ += text ? *text : std::string();
-        keyText_ += '\n';
+SharedText LayerReader::keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values) {
+    common_.source = layer.sourceIdentifier();
+    common_.minimumZoom = layer.minimumZoomLevel();
+    common_.maximumZoom = layer.maximumZoomLevel();
+    common_.own = differences(values.own, {});
+    common_.isSmoothed = layer.kind() == MLNStyleLayerKind::symbol && isSmoothed(values.own);
+    common_.loner = avoidsOthers(layer) ? layer.identifier() : std::string();
+    LastKey& last = lastKeys_[kindIndex(layer.kind())];
+    if (last.key == nullptr || !(last.common == common_)) {
+        last.key = pool_.take(keyText(layer.kind(), common_));
+        last.common = common_;
     }
-    for (const SharedText& text : values.own) {
-        keyText_ += text ? '1' : '0';
+    return last.key;
+}
+
+std::string LayerReader::keyText(MLNStyleLayerKind kind, const Common& common) {
+    std::string text(typeName(kind));
+    text += std::to_string(static_cast<unsigned>(common.shape)) + '\n' + common.source + '\n' +
+            std::to_string(common.minimumZoom) + '\n' + std::to_string(common.maximumZoom) + '\n';
+    for (const SharedText& value : common.values) {
+        text += value ? *value : std::string();
+        text += '\n';
     }
-    if (layer.kind() == MLNStyleLayerKind::symbol) {
-        keyText_ += isSmoothed(values.own) ? " smoothed" : "";
-    }
-    if (avoidsOthers(layer)) {
-        keyText_ += layer.identifier();
-    }
-    return pool_.take(keyText_);
+    text += std::to_string(common.own) + (common.isSmoothed ? " smoothed " : " ") + common.loner;
+    return text;
 }
 
 }  // namespace pelta

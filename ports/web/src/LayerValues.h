@@ -70,15 +70,33 @@ class LayerReader {
         SharedText text;
     };
 
+    /// What the layers of a run have in common.
+    struct Common {
+        std::string source;
+        MLNShapeKind shape = MLNShapeKind::point;
+        float minimumZoom = 0;
+        float maximumZoom = 0;
+        std::array<SharedText, propertyLimit + 2> values;
+        PropertySet own = 0;  ///< Properties that each has a value of its own for.
+        bool isSmoothed = false;
+        std::string loner;  ///< The layer, where it stays by itself.
+
+        friend bool operator==(const Common&, const Common&) = default;
+    };
+    struct LastKey {
+        Common common;
+        SharedText key;
+    };
+
     template <class T>
     [[nodiscard]] SharedText textOf(Last& last, std::string_view name, const T& value);
-    [[nodiscard]] SharedText keyOf(const MLNVectorStyleLayer& layer, MLNShapeKind shape,
-                                   const LayerValues& values);
+    [[nodiscard]] SharedText keyOf(const MLNVectorStyleLayer& layer, const LayerValues& values);
+    [[nodiscard]] static std::string keyText(MLNStyleLayerKind kind, const Common& common);
 
     TextPool pool_;
     std::array<std::array<Last, propertyLimit + 2>, drawnKinds> last_;  ///< By kind and property.
-    std::array<SharedText, propertyLimit + 2> shared_;                  ///< Of the layer being read.
-    std::string keyText_;
+    std::array<LastKey, drawnKinds> lastKeys_;
+    Common common_;  ///< Of the layer being read.
 };
 
 }  // namespace pelta
