@@ -37,7 +37,7 @@ std::vector<bool> stayingMembers(const Run& run) {
 bool spread(const Run& run, std::size_t first, std::size_t end) {
     const bool hasLower = first > 0;
     const bool hasUpper = end < run.members.size();
-    const double count = static_cast<double>(end - first);
+    const auto count = static_cast<double>(end - first);
     const double upper = hasUpper ? run.members[end]->sent.sortKey : 0;
     const double lower = hasLower ? run.members[first - 1]->sortKey : (hasUpper ? upper - count - 1 : 0);
     const double step = hasLower && hasUpper ? (upper - lower) / (count + 1) : 1;
