@@ -17,7 +17,7 @@ namespace pelta {
 struct Run;
 struct RunFeature;
 
-/// A layer of the model and how the engine has it: as a layer of its own, or as a feature of a run.
+/// A layer of the model and how the engine has it: as a layer of its own, or with a run.
 struct ModelLayer {
     std::shared_ptr<MLNStyleLayer> layer;
     const MLNVectorStyleLayer* drawn = nullptr;  ///< The same; null for a document's layer and other kinds.
@@ -46,7 +46,7 @@ struct ModelLayer {
     } sent;
 };
 
-/// Neighbouring layers that the engine draws as one.
+/// Layers that the engine draws as one, see `RunStack`.
 struct Run {
     std::uint32_t number = 0;
     MLNStyleLayerKind kind = MLNStyleLayerKind::other;
