@@ -11,8 +11,7 @@ namespace pelta::mercator {
 inline constexpr double maximumLatitude = 85.05112878;
 
 /// Place in the square: x from 0 at the antimeridian eastwards to 1, y from 0 at the northern edge southwards
-/// to
-/// 1. An x outside of 0…1 is the same place in a neighbouring copy of the world.
+/// to 1. An x outside of 0…1 is the same place in a neighbouring copy of the world.
 struct Position {
     double x = 0;
     double y = 0;

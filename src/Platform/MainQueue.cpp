@@ -128,11 +128,6 @@ std::optional<double> MainQueue::nextDue() {
     return waiting.tasks.begin()->first.first;
 }
 
-bool MainQueue::hasDue(double now) {
-    const std::optional<double> due = nextDue();
-    return due && *due <= now;
-}
-
 void MainQueue::clear() {
     std::map<WaitingTasks::Key, Task> dropped;  // Destroyed outside the lock: what it holds may do anything.
     WaitingTasks& waiting = waitingTasks();

@@ -31,8 +31,7 @@ class PgmClusterManagerDelegate {
                                        PgmMarkerOptions& options);
     /// The marker of a cluster was tapped.
     /// @return whether the tap has been dealt with; otherwise the map takes it for one on itself. False
-    /// unless
-    ///         overridden.
+    ///         unless overridden.
     virtual bool didTapCluster(PgmClusterManager& manager, const std::shared_ptr<PgmCluster>& cluster,
                                PgmMarkerOptions& options);
     /// As `didTapCluster`, for the marker of a single item.

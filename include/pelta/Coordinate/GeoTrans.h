@@ -89,8 +89,7 @@ class GeoTrans {
     ///
     /// @param points   what to convert.
     /// @param results  as many points, may be the same ones. A result span of another length is a programming
-    /// error that
-    ///                 stops the process.
+    ///                 error that stops the process.
     void convert(int srctype, int dsttype, std::span<const GeoPoint> points,
                  std::span<GeoPoint> results) const;
 

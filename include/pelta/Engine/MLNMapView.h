@@ -33,9 +33,8 @@ class MLNMapView : public UIView {
 
     /// A view at zoom 0 over (0, 0), zoom limits 0 to 22, pitch limits 0 to 60.
     ///
-    /// @param styleURL  address of the style document, fetched at once; none, an empty one or one with
-    /// characters that
-    ///                  no address holds (blanks, control characters) leaves the map empty.
+    /// @param styleURL  address of the style document, fetched at once. None, an empty one, or one with
+    ///                  blanks or control characters leaves the map empty.
     [[nodiscard]] static std::shared_ptr<MLNMapView> initWithFrameStyleURL(
         CGRect frame, std::optional<std::string> styleURL);
     /// For `make`; use the factory.
@@ -69,8 +68,7 @@ class MLNMapView : public UIView {
     /// @param duration        seconds; 0, negative or non-finite: without animation.
     /// @param timingFunction  progress over time; none is linear.
     /// @param completion      runs exactly once, also when the change is interrupted; for a change without
-    /// animation
-    ///                        before the call returns. May be empty.
+    ///                        animation before the call returns. May be empty.
     void setCamera(const MLNMapCamera& camera, double duration,
                    const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
     /// Flies along an arc that zooms out and in again (van Wijk and Nuij, "Smooth and efficient zooming and

@@ -42,7 +42,8 @@ class PgmLatLngBounds {
     [[nodiscard]] CLLocationCoordinate2D southEast() const noexcept {
         return {southWest_.latitude, northEast_.longitude};
     }
-    /// The same value as `northEast()`, on purpose: existing applications rely on it.
+    /// The same value as `northEast()`, on purpose. The corner in the north-west has the latitude of
+    /// `northEast` and the longitude of `southWest`.
     [[nodiscard]] CLLocationCoordinate2D northWest() const noexcept { return northEast_; }
     /// The mean of the corners' latitudes and longitudes.
     [[nodiscard]] CLLocationCoordinate2D center() const noexcept {

@@ -56,12 +56,6 @@ struct CGRect {
         return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
     }
 
-    /// True when the two rectangles share at least one point, edges included.
-    [[nodiscard]] bool intersects(const CGRect& other) const noexcept {
-        return minX() <= other.maxX() && other.minX() <= maxX() && minY() <= other.maxY() &&
-               other.minY() <= maxY();
-    }
-
     /// The rectangle moved inwards by `dx` on the left and right and by `dy` at the top and bottom.
     [[nodiscard]] CGRect insetBy(CGFloat dx, CGFloat dy) const noexcept {
         return {{origin.x + dx, origin.y + dy}, {size.width - 2 * dx, size.height - 2 * dy}};

@@ -36,8 +36,6 @@ class MainQueue {
     /// For ports: runs every task that is due at `now` (seconds on the port's clock); tasks that these add
     /// for the same moment run at the next call. Returns how many ran.
     static std::size_t runDue(double now);
-    /// For ports: true when a task waits that is due at `now`.
-    [[nodiscard]] static bool hasDue(double now);
     /// For ports: the earliest due time of all waiting tasks (seconds on the port's clock), if there are any.
     [[nodiscard]] static std::optional<double> nextDue();
     /// For ports: drops all waiting tasks, before the port itself goes away.

@@ -72,7 +72,6 @@ class WebMapRenderer final : public MapRenderer {
     void gestureDidEnd();
     void setNeedsDrawing() noexcept;
     void followZoom();
-    void applySize();
     [[nodiscard]] emscripten::val constrain(const emscripten::val& arguments) const;
     void showDocument();
 
