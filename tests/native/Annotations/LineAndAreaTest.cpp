@@ -96,6 +96,7 @@ TEST_F(LineAndAreaTest, CirclesOfEveryKindStayDrawable) {
             EXPECT_TRUE(std::isfinite(corner.longitude));
         }
     }
+    EXPECT_EQ(ringOf(*PgmCircle::create({80, 0}, 9e5))[0].latitude, 85) << "its north is at 88 degrees";
     const auto circle = PgmCircle::create({1, 2});
     circle->setMapView(map);
     circle->setCenter(std::nullopt);
