@@ -1,5 +1,6 @@
 #include "Annotations/MarkerLayout.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -47,17 +48,17 @@ double ems(double points, double titleSize) {
 
 MarkerLayout layoutMarker(const MarkerLayoutInput& input) {
     const CGPoint anchor{finiteOr(input.anchor.x, 0.5) - 0.5, finiteOr(input.anchor.y, 0.5) - 0.5};
-    const double iconScale = input.iconScale > 0 ? finite(input.iconScale) : 0;
+    const double iconScale = std::max(input.iconScale, 0.0);
     const double pixels = input.screenScale;
     const CGSize drawn{input.pictureSize.width * iconScale * pixels,
                        input.pictureSize.height * iconScale * pixels};
-    const IconBox box = iconBox(drawn, anchor, finite(input.angle));
+    const IconBox box = iconBox(drawn, anchor, input.angle);
 
     // Title and info window stand on whole pixels, so that letters and edges are sharp beside an icon of odd
     // size. The icon itself is not rounded: that would carry its tip off the position, and by more at larger
     // scales, because the engine scales and turns its offset with it.
     const double middle = std::round(box.middle) / pixels;
-    const double titleTop = std::round(box.bottom + finite(input.titleMargin) * pixels + titleGap) / pixels;
+    const double titleTop = std::round(box.bottom + input.titleMargin * pixels + titleGap) / pixels;
     const double iconTop = std::round(box.top) / pixels;
     return {{finite(-anchor.x * input.pictureSize.width), finite(-anchor.y * input.pictureSize.height)},
             {ems(middle, input.titleSize), ems(titleTop, input.titleSize)},

@@ -4,8 +4,8 @@
 
 namespace pelta {
 
-/// What decides where the parts of a marker are drawn. Numbers that are not finite count as 0 (for the anchor
-/// as the picture's middle), a negative icon scale counts as 0.
+/// What decides where the parts of a marker are drawn. All numbers are finite but for the anchor, whose
+/// components then count as the picture's middle; a negative icon scale counts as 0.
 struct MarkerLayoutInput {
     CGSize pictureSize;      ///< Points, before the icon scale.
     double iconScale = 1;    ///< Factor to the picture's size.

@@ -14,7 +14,7 @@ void PgmAreaShape::setFillColor(UIColor color) {
 }
 
 void PgmAreaShape::setStrokeWidth(double width) {
-    strokeWidth_ = width;
+    strokeWidth_.set(width);
     updateLayerProperty();
 }
 
@@ -53,7 +53,7 @@ void PgmAreaShape::updateLayerProperty() {
     }
     PgmShape::updateLayerProperty();
     fillLayer_->setFillColor(fillColor_);
-    lineLayer_->setLineWidth(strokeWidth_);
+    lineLayer_->setLineWidth(strokeWidth_.draw());
     lineLayer_->setLineColor(strokeColor_);
     lineLayer_->setLineJoin(std::string("round"));
 }

@@ -7,6 +7,11 @@ namespace pelta {
 
 namespace {
 
+/// An empty name would be that of a layer's icon which is not set.
+bool hasName(const std::optional<std::string>& identifier) {
+    return identifier && !identifier->empty();
+}
+
 std::string numberedIdentifier() {
     return "I:" + std::to_string(PgmImageIDHelper::atomicID().incrementAndGet());
 }
@@ -17,8 +22,8 @@ PgmImage::PgmImage(UIImage picture, std::string reuseIdentifier)
     : image_(std::move(picture)), reuseIdentifier_(std::move(reuseIdentifier)) {}
 
 PgmImage::Ptr PgmImage::imageWith(UIImage picture, std::optional<std::string> reuseIdentifier) {
-    return std::make_shared<PgmImage>(std::move(picture),
-                                      reuseIdentifier ? *std::move(reuseIdentifier) : numberedIdentifier());
+    return std::make_shared<PgmImage>(
+        std::move(picture), hasName(reuseIdentifier) ? *std::move(reuseIdentifier) : numberedIdentifier());
 }
 
 PgmImage::Ptr PgmImage::imageNamed(std::string_view name, std::optional<std::string> reuseIdentifier) {
@@ -31,8 +36,8 @@ PgmImage::Ptr PgmImage::imageNamedInBundle(std::string_view name, const Bundle* 
     if (!picture) {
         return nullptr;
     }
-    return std::make_shared<PgmImage>(*std::move(picture),
-                                      reuseIdentifier ? *std::move(reuseIdentifier) : makeUUIDString());
+    return std::make_shared<PgmImage>(
+        *std::move(picture), hasName(reuseIdentifier) ? *std::move(reuseIdentifier) : makeUUIDString());
 }
 
 PgmImage::Ptr PgmImage::builtInImage(std::string_view name) {

@@ -70,7 +70,7 @@ void PgmMarker::setIconImage(std::shared_ptr<PgmImage> image) {
 }
 
 void PgmMarker::setIconScale(double scale) {
-    iconScale_ = scale;
+    iconScale_.set(scale);
     propertyDidChange();
 }
 
@@ -95,17 +95,17 @@ void PgmMarker::setTitleHaloColor(UIColor color) {
 }
 
 void PgmMarker::setTitleSize(double size) {
-    titleSize_ = size;
+    titleSize_.set(size);
     propertyDidChange();
 }
 
 void PgmMarker::setTitleMaxWidth(double width) {
-    titleMaxWidth_ = width;
+    titleMaxWidth_.set(width);
     propertyDidChange();
 }
 
 void PgmMarker::setTitleMargin(double margin) {
-    titleMargin_ = margin;
+    titleMargin_.set(margin);
     propertyDidChange();
 }
 
@@ -174,28 +174,28 @@ void PgmMarker::updateLayerProperty() {
     applyOffsets(*symbolLayer_);
 }
 
-void PgmMarker::applyTitle(MLNSymbolStyleLayer& layer) const {
+void PgmMarker::applyTitle(MLNSymbolStyleLayer& layer) {
     layer.setText(title_);
     layer.setTextFontNames(titleFontNames());
     layer.setTextColor(titleColor_);
-    layer.setTextFontSize(titleSize_);
+    layer.setTextFontSize(titleSize_.draw());
     layer.setTextAllowsOverlap(isAllowOverlapTitle_);
     // The engine has one flag for icons, and isAllowOverlapMarkers has the last word over
     // isAllowOverlapSymbols. Writing both in turn would mark every layer changed at every update.
     layer.setIconAllowsOverlap(isAllowOverlapMarkers_);
-    layer.setTextOpacity(alpha_);
+    layer.setTextOpacity(alpha_.draw());
     layer.setTextHaloColor(titleHaloColor_);
     layer.setTextHaloWidth(titleHaloWidth);
     layer.setTextAnchor(std::string("top"));
     layer.setTextOptional(true);
-    layer.setMaximumTextWidth(ems(titleMaxWidth_, titleSize_));
+    layer.setMaximumTextWidth(ems(titleMaxWidth_.draw(), titleSize_.draw()));
 }
 
-void PgmMarker::applyIcon(MLNSymbolStyleLayer& layer) const {
+void PgmMarker::applyIcon(MLNSymbolStyleLayer& layer) {
     layer.setIconImageName(iconImage_->reuseIdentifier());
-    layer.setIconScale(iconScale_);
-    layer.setIconOpacity(alpha_);
-    layer.setIconRotation(angle_);
+    layer.setIconScale(iconScale_.draw());
+    layer.setIconOpacity(alpha_.draw());
+    layer.setIconRotation(angle_.draw());
     layer.setIconHaloColor(iconHaloColor);
     layer.setIconHaloWidth(iconHaloWidth);
     layer.setIconAnchor(std::string("center"));
@@ -206,11 +206,11 @@ void PgmMarker::applyIcon(MLNSymbolStyleLayer& layer) const {
 
 void PgmMarker::applyOffsets(MLNSymbolStyleLayer& layer) {
     const auto layout = layoutMarker({.pictureSize = iconImage_->image().size(),
-                                      .iconScale = iconScale_,
-                                      .angle = angle_,
+                                      .iconScale = iconScale_.draw(),
+                                      .angle = angle_.draw(),
                                       .anchor = anchor_,
-                                      .titleSize = titleSize_,
-                                      .titleMargin = titleMargin_,
+                                      .titleSize = titleSize_.draw(),
+                                      .titleMargin = titleMargin_.draw(),
                                       .screenScale = UIScreen::scale()});
     infoWindowOffset_ = layout.infoWindowOffset;
     layer.setIconOffset(layout.iconOffset);

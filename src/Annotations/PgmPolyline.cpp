@@ -44,7 +44,7 @@ void PgmPolyline::setCoords(std::vector<CLLocationCoordinate2D> coords) {
 }
 
 void PgmPolyline::setWidth(double width) {
-    width_ = width;
+    width_.set(width);
     updateLayerProperty();
 }
 
@@ -87,7 +87,7 @@ void PgmPolyline::updateLayerProperty() {
         insertStyleLayers({lineLayer_});
     }
     PgmShape::updateLayerProperty();
-    lineLayer_->setLineWidth(width_);
+    lineLayer_->setLineWidth(width_.draw());
     lineLayer_->setLineColor(color_);
     lineLayer_->setLineJoin(nameOf(joinType_));
     lineLayer_->setLineCap(nameOf(capType_));

@@ -13,6 +13,9 @@ constexpr double tileSize = 512;                                       // points
 constexpr double halfFieldOfView = 15 * std::numbers::pi / 180;
 /// Keeps cosines of latitudes and pitches at and beyond 90° invertible.
 constexpr double smallestFactor = 1e-12;
+/// Points. From views so low altitudes would come that a double holds with a few bits or not at all, and no
+/// zoom level could be read back from them.
+constexpr double lowestView = 1e-9;
 /// Zoom levels beyond this make no difference to anyone and would overflow.
 constexpr double largestZoom = 900;
 
@@ -30,7 +33,7 @@ double sineOfDegrees(double degrees) noexcept {
 
 /// Metres of altitude at zoom 0.
 double altitudeAtZoomZero(double pitch, double latitude, CGSize size) noexcept {
-    const double height = finiteOrZero(size.height) > 0 ? size.height : 1;
+    const double height = finiteOrZero(size.height) >= lowestView ? size.height : 1;
     return cosineOfDegrees(latitude) * earthCircumference / tileSize * height / 2 /
            std::tan(halfFieldOfView) * sineOfDegrees(90 - finiteOrZero(pitch));
 }

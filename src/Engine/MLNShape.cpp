@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 
 #include <pelta/Engine/MLNShape.h>
+
+#include "Engine/DrawnKind.h"
 
 namespace pelta {
 
@@ -27,6 +30,27 @@ const MLNAttributeValue* MLNAttributes::find(std::string_view name) const noexce
 std::uint64_t MLNShape::nextRevision() noexcept {
     static std::atomic<std::uint64_t> last{0};
     return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+std::optional<MLNShapeKind> MLNPointFeature::drawnKind() const noexcept {
+    const bool isFinite = std::isfinite(coordinate_.latitude) && std::isfinite(coordinate_.longitude);
+    return isFinite ? std::optional(MLNShapeKind::point) : std::nullopt;
+}
+
+std::shared_ptr<MLNPolylineFeature> MLNPolylineFeature::polylineWithCoordinates(
+    std::vector<CLLocationCoordinate2D> coordinates) {
+    auto shape = std::make_shared<MLNPolylineFeature>();
+    shape->drawnKind_ = drawnKindOfLine(coordinates);
+    shape->coordinates_ = std::move(coordinates);
+    return shape;
+}
+
+std::shared_ptr<MLNPolygonFeature> MLNPolygonFeature::polygonWithCoordinates(
+    std::vector<CLLocationCoordinate2D> coordinates) {
+    auto shape = std::make_shared<MLNPolygonFeature>();
+    shape->drawnKind_ = drawnKindOfArea(coordinates);
+    shape->coordinates_ = std::move(coordinates);
+    return shape;
 }
 
 }  // namespace pelta

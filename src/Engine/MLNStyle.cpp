@@ -119,17 +119,12 @@ void MLNStyle::addDocumentLayer(const std::shared_ptr<MLNStyleLayer>& layer) {
     drawnOrder_.push_back(layer.get());
 }
 
-void MLNStyle::addDocumentSource(std::string identifier) {
-    documentSources_.insert(std::move(identifier));
-}
-
 void MLNStyle::addSource(const std::shared_ptr<MLNShapeSource>& source) {
     if (source == nullptr) {
         return;
     }
     const auto& identifier = source->identifier();
-    if (source->style_ != nullptr || sources_.count(identifier) != 0 ||
-        documentSources_.count(identifier) != 0) {
+    if (source->style_ != nullptr || sources_.count(identifier) != 0) {
         dPrint("the source \"" + identifier + "\" is in a style already, or its identifier is taken");
         return;
     }

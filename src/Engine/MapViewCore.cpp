@@ -207,9 +207,6 @@ void MLNMapView::Core::rendererDidLoadStyle() {
 }
 
 void MLNMapView::Core::enterDocumentLayers(const StyleDocument& document) {
-    for (const auto& identifier : document.sourceIdentifiers) {
-        style_->addDocumentSource(identifier);
-    }
     for (const auto& layer : document.layers) {
         style_->addDocumentLayer(makeDocumentLayer(layer));
     }

@@ -172,6 +172,66 @@ std::vector<SharedCase> lineAndAreaCases() {
     };
 }
 
+/// A line, an area or a circle that has no extent in some direction, stroked 20 points wide.
+SharedCase flatShapesCase() {
+    const auto line = std::make_shared<std::shared_ptr<PgmPolyline>>();
+    const auto area = std::make_shared<std::shared_ptr<PgmPolygon>>();
+    const auto circle = std::make_shared<std::shared_ptr<PgmCircle>>();
+    return {"features_without_extent",
+            {[=](SharedScene& scene) {
+                 *line = PgmPolyline::create({beside(-100, 0), beside(-100, 0), beside(-100, 0)});
+                 *area = PgmPolygon::create({beside(0, 0), beside(0, 0)});
+                 *circle = PgmCircle::create(beside(100, 0), 0);
+                 (*line)->setWidth(20);
+                 (*line)->setCapType(PgmLineCap::round);
+                 (*area)->setStrokeWidth(20);
+                 (*circle)->setStrokeWidth(20);
+                 scene.add(*line, "line");
+                 scene.add(*area, "area");
+                 scene.add(*circle, "circle");
+             },
+             [=](SharedScene& scene) {
+                 scene.expectEqual(scene.hitsIn({{0, 0}, {400, 300}}), "", "single places");
+                 (*line)->setCoords({beside(-100, 0), beside(-100, 0), beside(-100, 40)});
+                 (*area)->setCoords({beside(-40, 0), beside(40, 0), beside(0, 0)});
+                 (*circle)->setRadius(1000);
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene,
+                            {{100, 120, "line"},
+                             {165, 150, "area"},
+                             {200, 157, "area"},
+                             {200, 164, ""},
+                             {300, 150, "circle"}},
+                            "grown");
+                 (*area)->setStrokeWidth(0);
+                 (*line)->setCoords({beside(-100, 0)});
+                 (*circle)->setRadius(0);
+             },
+             [=](SharedScene& scene) {
+                 scene.expectEqual(scene.hitsIn({{0, 0}, {400, 300}}), "", "no outline, no line, no radius");
+                 (*area)->setCoords(square(40));
+             },
+             [=](SharedScene& scene) {
+                 expectHits(scene, {{200, 150, "area"}, {230, 180, "area"}}, "an area again");
+             }}};
+}
+
+SharedCase ownSourceCase() {
+    return {"features_beside_a_source_of_their_name_in_the_style",
+            {[](SharedScene& scene) {
+                 scene.add(marker(), "marker");
+                 scene.add(PgmPolygon::create(square(40)), "area");
+                 scene.engine().setStyleJSON(R"({"version":8,"sources":{
+                    "pel-shapes":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}},
+                    "pelta:pel-shapes#points":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}}},
+                    "layers":[{"id":"dots","type":"circle","source":"pel-shapes"}]})");
+             },
+             [](SharedScene& scene) {
+                 expectHits(scene, {{200, 120, "marker area"}, {230, 150, "area"}, {250, 150, ""}}, "drawn");
+             }}};
+}
+
 SharedCase rectangleCase() {
     return {"features_rectangle_meets_area_and_line",
             {[](SharedScene& scene) {
@@ -306,8 +366,9 @@ SharedCase antimeridianCase() {
 }  // namespace
 
 std::vector<SharedCase> featureCases() {
-    std::vector<SharedCase> cases{turnedMapCase(), tiltedMapCase(), rectangleCase(), zoomRangeCase(),
-                                  stackingCase(),  changeCase(),    layersCase(),    antimeridianCase()};
+    std::vector<SharedCase> cases{turnedMapCase(),  tiltedMapCase(), rectangleCase(), zoomRangeCase(),
+                                  stackingCase(),   changeCase(),    layersCase(),    antimeridianCase(),
+                                  flatShapesCase(), ownSourceCase()};
     for (auto more : {markerCases(), lineAndAreaCases()}) {
         cases.insert(cases.end(), more.begin(), more.end());
     }

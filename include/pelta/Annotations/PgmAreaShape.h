@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include <pelta/Annotations/DrawnNumber.h>
 #include <pelta/Annotations/PgmShape.h>
 #include <pelta/Engine/MLNFillStyleLayer.h>
 #include <pelta/Engine/MLNLineStyleLayer.h>
@@ -17,8 +18,9 @@ class PgmAreaShape : public PgmShape {
     /// White at first.
     [[nodiscard]] UIColor fillColor() const noexcept { return fillColor_; }
     void setFillColor(UIColor color);
-    /// Points, 0 at first, which draws no outline; negative values count as 0, non-finite ones are not drawn.
-    [[nodiscard]] double strokeWidth() const noexcept { return strokeWidth_; }
+    /// Points, 0 at first, which draws no outline; negative values count as 0. With one that is not finite
+    /// the outline stays as wide as it was drawn before.
+    [[nodiscard]] double strokeWidth() const noexcept { return strokeWidth_.asSet(); }
     void setStrokeWidth(double width);
     /// Black at first.
     [[nodiscard]] UIColor strokeColor() const noexcept { return strokeColor_; }
@@ -50,7 +52,7 @@ class PgmAreaShape : public PgmShape {
     std::shared_ptr<MLNLineStyleLayer> lineLayer_;
     std::shared_ptr<MLNShapeCollectionFeature> feature_;
     UIColor fillColor_;
-    double strokeWidth_ = 0;
+    DrawnNumber strokeWidth_{0};
     UIColor strokeColor_ = UIColor::black();
 };
 

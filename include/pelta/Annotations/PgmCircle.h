@@ -25,11 +25,12 @@ class PgmCircle : public PgmAreaShape {
         : PgmAreaShape(fillColor), center_(center), radius_(radius) {}
     void completeConstruction(std::string_view className) override;
 
-    /// Without one nothing is drawn, nor when it is not finite.
+    /// Degrees. Without one nothing is drawn, nor when it is not finite.
     [[nodiscard]] const std::optional<CLLocationCoordinate2D>& center() const noexcept { return center_; }
     void setCenter(std::optional<CLLocationCoordinate2D> center);
-    /// Metres, 1000 at first. A negative radius is the same circle with its corners in another order; one
-    /// that is not finite draws nothing.
+    void setCenter(CLLocationCoordinate2D center) { setCenter(std::optional(center)); }
+    /// Metres, 1000 at first. A negative radius is the same circle with its corners in another order; 0, and
+    /// one that is not finite, draws nothing.
     [[nodiscard]] double radius() const noexcept { return radius_; }
     void setRadius(double radius);
 

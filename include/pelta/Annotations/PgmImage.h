@@ -29,13 +29,15 @@ class PgmImage {
     /// How images are passed around.
     using Ptr = std::shared_ptr<PgmImage>;
 
-    /// @param reuseIdentifier  name in the style; by default "I:" and a number that no other image has.
+    /// @param reuseIdentifier  name in the style; without one, or with an empty one, "I:" and a number that
+    /// no
+    ///                         other image has.
     [[nodiscard]] static Ptr imageWith(UIImage picture,
                                        std::optional<std::string> reuseIdentifier = std::nullopt);
     /// The named picture of the application's own resources.
     ///
-    /// @param reuseIdentifier  name in the style; by default a new UUID, so that two images made from one
-    ///                         resource are two pictures in the style.
+    /// @param reuseIdentifier  name in the style; without one, or with an empty one, a new UUID, so that two
+    ///                         images made from one resource are two pictures in the style.
     /// @return null when there is no such picture.
     [[nodiscard]] static Ptr imageNamed(std::string_view name,
                                         std::optional<std::string> reuseIdentifier = std::nullopt);

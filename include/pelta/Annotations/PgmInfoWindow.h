@@ -69,6 +69,7 @@ class PgmInfoWindow : public PgmShape {
     /// Moves the window to a coordinate of its own. It is no longer open on its marker, which holds it all
     /// the same. Absent leaves it drawn where it is. A coordinate that cannot be projected draws nothing.
     void setPosition(std::optional<CLLocationCoordinate2D> position);
+    void setPosition(CLLocationCoordinate2D position) { setPosition(std::optional(position)); }
     /// Shift of the picture in points, right and down, (0, 0) at first; numbers that are not finite count as
     /// 0. A new one is seen once the window is moved or drawn anew.
     [[nodiscard]] CGPoint offset() const noexcept { return offset_; }

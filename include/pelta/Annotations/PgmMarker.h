@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include <pelta/Annotations/DrawnNumber.h>
 #include <pelta/Annotations/PgmImage.h>
 #include <pelta/Annotations/PgmShape.h>
 #include <pelta/Engine/MLNSymbolStyleLayer.h>
@@ -16,8 +17,9 @@ class PgmInfoWindow;
 
 /// An icon at a coordinate with an optional title under it, above everything of the base map.
 ///
-/// Lengths are points. Negative sizes count as 0 when drawn; where a number is not finite, the one drawn
-/// before stays.
+/// Lengths are points. Negative sizes count as 0 when drawn. A number that is not finite is told by its
+/// getter and not drawn: the marker with its title and its info window stays as the number drawn before makes
+/// it.
 class PgmMarker : public PgmShape {
  public:
     /// A red marker without title, its bottom centre on (0, 0).
@@ -51,7 +53,7 @@ class PgmMarker : public PgmShape {
     [[nodiscard]] const std::shared_ptr<PgmImage>& iconImage() const noexcept { return iconImage_; }
     void setIconImage(std::shared_ptr<PgmImage> image);
     /// Factor to the picture's size, 1 at first; negative values count as 0 when drawn.
-    [[nodiscard]] double iconScale() const noexcept { return iconScale_; }
+    [[nodiscard]] double iconScale() const noexcept { return iconScale_.asSet(); }
     void setIconScale(double scale);
     /// Point of the picture that stands on the position at every angle, in fractions of its width and height
     /// from the top left; (0.5, 1), the bottom centre, at first. Components that are not finite count as 0.5.
@@ -60,11 +62,11 @@ class PgmMarker : public PgmShape {
     void setAnchor(CGPoint anchor) noexcept { anchor_ = anchor; }
     /// Rotation of the icon about its anchor, degrees clockwise, 0 at first. Drawn with the next change of
     /// another property.
-    [[nodiscard]] double angle() const noexcept { return angle_; }
-    void setAngle(double degrees) noexcept { angle_ = degrees; }
+    [[nodiscard]] double angle() const noexcept { return angle_.asSet(); }
+    void setAngle(double degrees) noexcept { angle_.set(degrees); }
     /// Opacity of icon and title, 0 to 1, 1 at first. Drawn with the next change of another property.
-    [[nodiscard]] double alpha() const noexcept { return alpha_; }
-    void setAlpha(double alpha) noexcept { alpha_ = alpha; }
+    [[nodiscard]] double alpha() const noexcept { return alpha_.asSet(); }
+    void setAlpha(double alpha) noexcept { alpha_.set(alpha); }
     /// For info windows that stand on the marker; the marker itself does not look at it. False at first.
     [[nodiscard]] bool isForceShowIcon() const noexcept { return isForceShowIcon_; }
     void setIsForceShowIcon(bool force) noexcept { isForceShowIcon_ = force; }
@@ -85,13 +87,13 @@ class PgmMarker : public PgmShape {
     [[nodiscard]] UIColor titleHaloColor() const noexcept { return titleHaloColor_; }
     void setTitleHaloColor(UIColor color);
     /// Size of the letters, 12 at first; 0 and less draw no title.
-    [[nodiscard]] double titleSize() const noexcept { return titleSize_; }
+    [[nodiscard]] double titleSize() const noexcept { return titleSize_.asSet(); }
     void setTitleSize(double size);
     /// Width at which the title breaks; 0, the first value, and less never break it.
-    [[nodiscard]] double titleMaxWidth() const noexcept { return titleMaxWidth_; }
+    [[nodiscard]] double titleMaxWidth() const noexcept { return titleMaxWidth_.asSet(); }
     void setTitleMaxWidth(double width);
     /// Distance from the icon's lowest point beyond the 4 pixels that always separate them, 0 at first.
-    [[nodiscard]] double titleMargin() const noexcept { return titleMargin_; }
+    [[nodiscard]] double titleMargin() const noexcept { return titleMargin_.asSet(); }
     void setTitleMargin(double margin);
     /// True: the title lies on the ground. False at first.
     [[nodiscard]] bool isTitleFlat() const noexcept { return isTitleFlat_; }
@@ -133,8 +135,8 @@ class PgmMarker : public PgmShape {
     friend class PgmInfoWindow;
     void setInfoWindow(std::shared_ptr<PgmInfoWindow> window);
     void propertyDidChange();
-    void applyTitle(MLNSymbolStyleLayer& layer) const;
-    void applyIcon(MLNSymbolStyleLayer& layer) const;
+    void applyTitle(MLNSymbolStyleLayer& layer);
+    void applyIcon(MLNSymbolStyleLayer& layer);
     void applyOffsets(MLNSymbolStyleLayer& layer);
 
     std::uint64_t tag_ = 0;
@@ -142,16 +144,16 @@ class PgmMarker : public PgmShape {
     CGVector infoWindowOffset_;
     std::shared_ptr<MLNPointFeature> feature_;
     std::shared_ptr<PgmImage> iconImage_;
-    double iconScale_ = 1.0;
+    DrawnNumber iconScale_{1.0};
     std::string title_;
     CLLocationCoordinate2D position_;
-    double alpha_ = 1.0;
+    DrawnNumber alpha_{1.0};
     UIColor titleColor_ = UIColor::black();
     UIColor titleHaloColor_ = UIColor::white();
-    double titleSize_ = 12.0;
-    double titleMaxWidth_ = 0;
-    double titleMargin_ = 0;
-    double angle_ = 0;
+    DrawnNumber titleSize_{12.0};
+    DrawnNumber titleMaxWidth_{0};
+    DrawnNumber titleMargin_{0};
+    DrawnNumber angle_{0};
     CGPoint anchor_{0.5, 1.0};
     bool isForceShowIcon_ = false;
     bool isAllowOverlapMarkers_ = true;

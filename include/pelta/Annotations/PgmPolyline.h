@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include <pelta/Annotations/DrawnNumber.h>
 #include <pelta/Annotations/PgmShape.h>
 #include <pelta/Engine/MLNLineStyleLayer.h>
 #include <pelta/Platform/UIColor.h>
@@ -30,11 +31,13 @@ class PgmPolyline : public PgmShape {
     explicit PgmPolyline(std::vector<CLLocationCoordinate2D> coords) : coords_(std::move(coords)) {}
     void completeConstruction(std::string_view className) override;
 
-    /// The line's coordinates. A list of fewer than 2, set later, draws nothing.
+    /// The line's coordinates, degrees. Without two different places, as in a list of fewer than 2 that is set
+    /// later, nothing is drawn or found by taps.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coords() const noexcept { return coords_; }
     void setCoords(std::vector<CLLocationCoordinate2D> coords);
-    /// Points, 2.5 at first; negative values count as 0, non-finite ones are not drawn.
-    [[nodiscard]] double width() const noexcept { return width_; }
+    /// Points, 2.5 at first; negative values count as 0. With one that is not finite the line stays as wide
+    /// as it was drawn before.
+    [[nodiscard]] double width() const noexcept { return width_.asSet(); }
     void setWidth(double width);
     /// Black at first.
     [[nodiscard]] UIColor color() const noexcept { return color_; }
@@ -63,7 +66,7 @@ class PgmPolyline : public PgmShape {
  private:
     std::shared_ptr<MLNLineStyleLayer> lineLayer_;
     std::shared_ptr<MLNPolylineFeature> feature_;
-    double width_ = 2.5;
+    DrawnNumber width_{2.5};
     UIColor color_ = UIColor::black();
     PgmLineCap capType_ = PgmLineCap::butt;
     PgmLineJoin joinType_ = PgmLineJoin::miter;

@@ -7,8 +7,8 @@ namespace pelta {
 /// Height in metres above the ground at which a camera shows a zoom level.
 ///
 /// altitude = cos(latitude) × 2π × 6378137 / (512 × 2^zoom) × height / 2 / tan 15° × sin(90° − pitch), with
-/// the height of the view in points (0 and less count as 1), that is, half a view seen under 15 degrees. The
-/// drawn perspective is another one (field of view 2·atan(1/3)), on purpose. Always finite: non-finite
+/// the height of the view in points (less than 1e-9 counts as 1), that is, half a view seen under 15 degrees.
+/// The drawn perspective is another one (field of view 2·atan(1/3)), on purpose. Always finite: non-finite
 /// arguments count as 0.
 [[nodiscard]] double MLNAltitudeForZoomLevel(double zoomLevel, double pitch, double latitude,
                                              CGSize size) noexcept;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -57,6 +58,14 @@ class MLNShape {
         return attributes_.find(name);
     }
 
+    /// For ports: what of the shape there is to draw and to find.
+    ///
+    /// A point is a point. A line needs two different places on the map, an area three that are not on one
+    /// line and a ring that is more than a way there and back; an area without an inside is drawn as what is
+    /// left of it, the line of its closed ring. Nothing where a coordinate is not finite, where all are one
+    /// place, and for collections, whose members are drawn.
+    [[nodiscard]] virtual std::optional<MLNShapeKind> drawnKind() const noexcept = 0;
+
     /// For ports: a number that no other shape and no other state of this shape has had.
     [[nodiscard]] std::uint64_t revision() const noexcept { return revision_; }
 
@@ -82,6 +91,7 @@ class MLNPointFeature final : public MLNShape {
         return std::make_shared<MLNPointFeature>();
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::point; }
+    [[nodiscard]] std::optional<MLNShapeKind> drawnKind() const noexcept override;
 
     /// Where it is, degrees.
     [[nodiscard]] CLLocationCoordinate2D coordinate() const noexcept { return coordinate_; }
@@ -94,17 +104,14 @@ class MLNPointFeature final : public MLNShape {
     CLLocationCoordinate2D coordinate_;
 };
 
-/// A line through two or more coordinates.
+/// A line through coordinates, which stay as they are.
 class MLNPolylineFeature final : public MLNShape {
  public:
     /// A line through coordinates, degrees.
     [[nodiscard]] static std::shared_ptr<MLNPolylineFeature> polylineWithCoordinates(
-        std::vector<CLLocationCoordinate2D> coordinates) {
-        auto shape = std::make_shared<MLNPolylineFeature>();
-        shape->coordinates_ = std::move(coordinates);
-        return shape;
-    }
+        std::vector<CLLocationCoordinate2D> coordinates);
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polyline; }
+    [[nodiscard]] std::optional<MLNShapeKind> drawnKind() const noexcept override { return drawnKind_; }
     /// The line's coordinates, degrees.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
         return coordinates_;
@@ -112,19 +119,17 @@ class MLNPolylineFeature final : public MLNShape {
 
  private:
     std::vector<CLLocationCoordinate2D> coordinates_;
+    std::optional<MLNShapeKind> drawnKind_;
 };
 
-/// An area within one ring; the ring closes itself when its ends differ.
+/// An area within one ring, which stays as it is; the ring closes itself when its ends differ.
 class MLNPolygonFeature final : public MLNShape {
  public:
     /// An area within a ring of coordinates, degrees.
     [[nodiscard]] static std::shared_ptr<MLNPolygonFeature> polygonWithCoordinates(
-        std::vector<CLLocationCoordinate2D> coordinates) {
-        auto shape = std::make_shared<MLNPolygonFeature>();
-        shape->coordinates_ = std::move(coordinates);
-        return shape;
-    }
+        std::vector<CLLocationCoordinate2D> coordinates);
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polygon; }
+    [[nodiscard]] std::optional<MLNShapeKind> drawnKind() const noexcept override { return drawnKind_; }
     /// The ring, degrees.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
         return coordinates_;
@@ -132,6 +137,7 @@ class MLNPolygonFeature final : public MLNShape {
 
  private:
     std::vector<CLLocationCoordinate2D> coordinates_;
+    std::optional<MLNShapeKind> drawnKind_;
 };
 
 /// Several shapes. Collections within collections are drawn one level deep only.
@@ -145,6 +151,7 @@ class MLNShapeCollectionFeature final : public MLNShape {
         return shape;
     }
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::collection; }
+    [[nodiscard]] std::optional<MLNShapeKind> drawnKind() const noexcept override { return std::nullopt; }
     /// What it holds, in drawing order.
     [[nodiscard]] const std::vector<std::shared_ptr<MLNShape>>& shapes() const noexcept { return shapes_; }
 

@@ -4,7 +4,6 @@
 #include <list>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -81,7 +80,8 @@ class MLNStyle {
     /// Takes a layer out; one that is not here is ignored.
     void removeLayer(const MLNStyleLayer& layer);
 
-    /// Adds a source; one whose identifier is taken is refused with a log line.
+    /// Adds a source; one whose identifier another that was added has is refused with a log line. The style
+    /// document's own sources count for the document's layers alone, under whatever names.
     void addSource(const std::shared_ptr<MLNShapeSource>& source);
     /// The source added by the application, or null; the document's own sources are not listed.
     [[nodiscard]] std::shared_ptr<MLNShapeSource> sourceWithIdentifier(std::string_view identifier) const;
@@ -97,9 +97,6 @@ class MLNStyle {
 
     /// For the map view: enters a layer of the style document on top.
     void addDocumentLayer(const std::shared_ptr<MLNStyleLayer>& layer);
-
-    /// For the map view: notes that the style document has a source, whose identifier is thereby taken.
-    void addDocumentSource(std::string identifier);
 
     /// For the map view: hands over the changes since the last call and starts a new list. `visit` sees each
     /// changed layer's `changes()` still set; they are cleared when it returns. It is not called when the
@@ -140,7 +137,6 @@ class MLNStyle {
     Layers layers_;
     std::unordered_map<std::string_view, Layers::iterator> layerPositions_;  // keys lie in the layers
     std::map<std::string, std::shared_ptr<MLNShapeSource>, std::less<>> sources_;
-    std::set<std::string, std::less<>> documentSources_;
     ByName<UIImage> images_;
 
     // Since the last frame. Layers that were drawn in it and taken out since, and those with changes.

@@ -11,19 +11,105 @@ namespace pelta::headless {
 
 namespace {
 
-/// Cairo's coordinates end at 2^23 pixels; what lies so far outside is cut off.
-constexpr double farOutside = 1e6;  // Points.
+/// Pixels up to which shapes are drawn as Cairo's curves. Its coordinates end at 2^23, and its curves have
+/// more corners the larger they are.
+constexpr double furthestCurve = 1e6;
+/// Points below which a corner looks square, and Cairo would take its scale for none at all.
+constexpr double leastRadius = 1e-6;
+/// Rows of pixels that a turned picture crosses at most, and some.
+constexpr double mostRows = 32768;
 
 double component(double value) noexcept {
     return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0;
 }
 
-CGRect cutToDrawable(CGRect rect) noexcept {
-    const double left = std::clamp(rect.minX(), -farOutside, farOutside);
-    const double top = std::clamp(rect.minY(), -farOutside, farOutside);
-    const double right = std::clamp(rect.maxX(), -farOutside, farOutside);
-    const double bottom = std::clamp(rect.maxY(), -farOutside, farOutside);
+CGRect intersection(CGRect a, CGRect b) noexcept {
+    const double left = std::max(a.minX(), b.minX());
+    const double top = std::max(a.minY(), b.minY());
+    return {{left, top},
+            {std::max(std::min(a.maxX(), b.maxX()) - left, 0.0),
+             std::max(std::min(a.maxY(), b.maxY()) - top, 0.0)}};
+}
+
+void addRectangle(cairo_t& context, CGRect rect) {
+    cairo_rectangle(&context, rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
+}
+
+/// What can be seen of the present coordinates, and a rectangle around it where they are turned.
+CGRect visibleArea(cairo_t& context) {
+    double left = 0;
+    double top = 0;
+    double right = 0;
+    double bottom = 0;
+    cairo_clip_extents(&context, &left, &top, &right, &bottom);
     return {{left, top}, {right - left, bottom - top}};
+}
+
+/// How far from the picture's corner a rectangle reaches, pixels.
+double furthestPixel(cairo_t& context, CGRect rect) {
+    double furthest = 0;
+    for (const CGPoint corner : {rect.origin, CGPoint{rect.maxX(), rect.minY()},
+                                 CGPoint{rect.maxX(), rect.maxY()}, CGPoint{rect.minX(), rect.maxY()}}) {
+        double x = corner.x;
+        double y = corner.y;
+        cairo_user_to_device(&context, &x, &y);
+        furthest = std::max({furthest, std::abs(x), std::abs(y)});
+    }
+    return furthest;
+}
+
+/// A rectangle whose corners are quarters of ellipses.
+struct RoundedRect {
+    CGRect rect;
+    CGSize radius;  ///< At most half of the rectangle's sides.
+
+    /// How far the edges at a height stand back from the rectangle's sides.
+    [[nodiscard]] double inset(double y) const noexcept {
+        const double beyond =
+            std::max(rect.minY() + radius.height - y, y - (rect.maxY() - radius.height)) / radius.height;
+        const double share = std::clamp(beyond, 0.0, 1.0);
+        return radius.width * (1 - std::sqrt(1 - share * share));
+    }
+};
+
+void addCurves(cairo_t& context, const RoundedRect& shape) {
+    constexpr double quarter = std::numbers::pi / 2;
+    const auto& [rect, radius] = shape;
+    const auto corner = [&](double x, double y, int turn) {
+        cairo_save(&context);
+        cairo_translate(&context, x, y);
+        cairo_scale(&context, radius.width, radius.height);
+        cairo_arc(&context, 0, 0, 1, turn * quarter, (turn + 1) * quarter);
+        cairo_restore(&context);
+    };
+    cairo_new_sub_path(&context);
+    corner(rect.maxX() - radius.width, rect.minY() + radius.height, -1);
+    corner(rect.maxX() - radius.width, rect.maxY() - radius.height, 0);
+    corner(rect.minX() + radius.width, rect.maxY() - radius.height, 1);
+    corner(rect.minX() + radius.width, rect.minY() + radius.height, 2);
+    cairo_close_path(&context);
+}
+
+/// What can be seen of a shape, with a corner for each row of pixels on both sides.
+void addRows(cairo_t& context, const RoundedRect& shape, CGRect visible) {
+    double width = 0;
+    double height = visible.size.height;
+    cairo_user_to_device_distance(&context, &width, &height);
+    const int rows = static_cast<int>(std::min(std::ceil(std::hypot(width, height)) + 1, mostRows));
+    const auto addCorner = [&](int row, bool isLeft) {
+        const double y = visible.minY() + visible.size.height * row / rows;
+        const double inset = shape.inset(y);
+        const double x = isLeft ? shape.rect.minX() + inset : shape.rect.maxX() - inset;
+        cairo_line_to(&context, std::clamp(x, visible.minX(), visible.maxX()), y);
+    };
+    cairo_new_sub_path(&context);
+    for (int row = 0; row <= rows; ++row) {
+        addCorner(row, true);
+    }
+    for (int row = rows; row >= 0; --row) {
+        addCorner(row, false);
+    }
+    cairo_close_path(&context);
 }
 
 /// The pixels of one piece of a picture as a surface of their own, so that filters do not mix in neighbours.
@@ -88,48 +174,40 @@ void CairoContext::fillRect(CGRect rect, UIColor color) {
     if (!canDraw(rect)) {
         return;
     }
-    const CGRect visible = cutToDrawable(rect);
     setColor(color);
-    cairo_rectangle(context_.get(), visible.origin.x, visible.origin.y, visible.size.width,
-                    visible.size.height);
+    addRectangle(*context_, intersection(rect, visibleArea(*context_)));
     cairo_fill(context_.get());
 }
 
 void CairoContext::fillRoundedRect(CGRect rect, CGFloat radius, UIColor color) {
     const double largest = std::min(rect.size.width, rect.size.height) / 2;
     const double r = std::isfinite(radius) ? std::min(radius, largest) : 0;
-    if (!(r > 0)) {
+    if (r > 0) {
+        fillRounded(rect, {r, r}, color);
+    } else {
         fillRect(rect, color);
-        return;
     }
-    if (!canDraw(rect)) {
-        return;
-    }
-    constexpr double quarter = std::numbers::pi / 2;
-    cairo_t* context = context_.get();
-    setColor(color);
-    cairo_new_sub_path(context);
-    cairo_arc(context, rect.maxX() - r, rect.minY() + r, r, -quarter, 0);
-    cairo_arc(context, rect.maxX() - r, rect.maxY() - r, r, 0, quarter);
-    cairo_arc(context, rect.minX() + r, rect.maxY() - r, r, quarter, 2 * quarter);
-    cairo_arc(context, rect.minX() + r, rect.minY() + r, r, 2 * quarter, 3 * quarter);
-    cairo_close_path(context);
-    cairo_fill(context);
 }
 
 void CairoContext::fillOval(CGRect rect, UIColor color) {
+    fillRounded(rect, {rect.size.width / 2, rect.size.height / 2}, color);
+}
+
+void CairoContext::fillRounded(CGRect rect, CGSize radius, UIColor color) {
     if (!canDraw(rect)) {
         return;
     }
-    cairo_t* context = context_.get();
+    if (std::min(radius.width, radius.height) < leastRadius) {
+        fillRect(rect, color);
+        return;
+    }
     setColor(color);
-    cairo_save(context);
-    cairo_translate(context, rect.midX(), rect.midY());
-    cairo_scale(context, rect.size.width / 2, rect.size.height / 2);
-    cairo_new_sub_path(context);
-    cairo_arc(context, 0, 0, 1, 0, 2 * std::numbers::pi);
-    cairo_restore(context);
-    cairo_fill(context);
+    if (furthestPixel(*context_, rect) < furthestCurve) {
+        addCurves(*context_, {rect, radius});
+    } else if (const CGRect visible = intersection(rect, visibleArea(*context_)); visible.size.height > 0) {
+        addRows(*context_, {rect, radius}, visible);
+    }
+    cairo_fill(context_.get());
 }
 
 void CairoContext::drawImage(const UIImage& image, CGRect rect) {
@@ -178,9 +256,7 @@ void CairoContext::drawText(std::string_view text, CGRect rect, const NSTextAttr
         x += slack;
     }
     setColor(attributes.foregroundColor);
-    cairo_move_to(context_.get(), x, rect.origin.y);
-    pango_cairo_show_layout(context_.get(), layout.get());
-    cairo_new_path(context_.get());
+    drawLayout(*context_, *layout, {x, rect.origin.y});
 }
 
 void CairoContext::saveState() {
@@ -218,9 +294,7 @@ void CairoContext::clip(CGRect rect) {
         states_.back().drawsNothing = true;
         return;
     }
-    const CGRect visible = cutToDrawable(rect);
-    cairo_rectangle(context_.get(), visible.origin.x, visible.origin.y, visible.size.width,
-                    visible.size.height);
+    addRectangle(*context_, intersection(rect, visibleArea(*context_)));
     cairo_clip(context_.get());
 }
 

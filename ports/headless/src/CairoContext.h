@@ -50,6 +50,8 @@ class CairoContext final : public GraphicsContext {
 
     [[nodiscard]] bool canDraw(CGRect rect) const;
     void setColor(UIColor color);
+    /// @param radius  of the corners' quarters of ellipses, at most half of the rectangle's sides.
+    void fillRounded(CGRect rect, CGSize radius, UIColor color);
     void drawPart(const UIImage& image, const ImagePart& part);
 
     double scale_;

@@ -13,8 +13,13 @@ namespace {
 
 /// Symbols further away, as a multiple of the centre's distance, are too small to be drawn.
 constexpr double furthestSymbol = 5;
-/// Copies of the world beyond those in sight whose symbols may reach into the view.
-constexpr double symbolCopies = 1;
+/// Copies of the world beyond those in sight whose symbols and wide lines may reach into the view.
+constexpr double neighbouringCopies = 1;
+/// What of a feature's ground is drawn in each copy of the world: the Mercator square and its neighbours.
+constexpr double westEnd = -1;
+constexpr double eastEnd = 2;
+/// More copies of the world than any view has room for.
+constexpr double mostCopies = 1000;
 
 /// Reach, in points, beyond which the place of a feature rules out nothing.
 constexpr double furthestReach = 1e5;
@@ -126,18 +131,19 @@ bool MapFeatureQuery::isDrawnInside(const Match& match) {
             return false;
         }
     }
-    return !source.ground(match.feature).empty() &&
-           isNearInSomeCopy(source.box(match.feature), groundWithin(reachOf(scene_.key(match.layer)))) &&
+    return isNearInSomeCopy(source.box(match.feature), groundWithin(reachOf(scene_.key(match.layer)))) &&
            std::visit([&](const auto& properties) { return isHit(properties, source, match.feature); },
                       layer.properties);
 }
 
 template <class Test>
 bool MapFeatureQuery::isTrueInSomeCopy(const MapBox& box, double margin, Test test) const {
-    const auto first = static_cast<std::int64_t>(std::ceil(groundBox_.minX - margin - box.maxX));
-    const auto last = static_cast<std::int64_t>(std::floor(groundBox_.maxX + margin - box.minX));
-    for (std::int64_t copy = first; copy <= last; ++copy) {
-        if (test(static_cast<double>(copy))) {
+    const double reach = std::min(margin, neighbouringCopies);
+    const double first = std::ceil(groundBox_.minX - reach - std::min(box.maxX, eastEnd));
+    const double last = std::floor(groundBox_.maxX + reach - std::max(box.minX, westEnd));
+    const int count = static_cast<int>(std::min(last - first, mostCopies));
+    for (int copy = 0; copy <= count; ++copy) {
+        if (test(first + copy)) {
             return true;
         }
     }
@@ -155,7 +161,7 @@ MapQuad MapFeatureQuery::groundSeenFrom(double copy) const {
 bool MapFeatureQuery::isHit(const MapFillProperties& /*layer*/, const MapSceneSource& source,
                             std::uint32_t feature) {
     const MapBox& box = source.box(feature);
-    return source.feature(feature).kind() == MLNShapeKind::polygon &&
+    return source.feature(feature).drawnKind() == MLNShapeKind::polygon &&
            isTrueInSomeCopy(box, 0, [&](double copy) {
                return box.shiftedBy(copy).isNear(groundBox_, 0) &&
                       doesAreaTouchQuad(source.ground(feature), groundSeenFrom(copy));
@@ -180,7 +186,7 @@ bool MapFeatureQuery::isHit(const MapSymbolProperties& layer, const MapSceneSour
                             std::uint32_t feature) {
     const MLNShape& shape = source.feature(feature);
     return shape.kind() == MLNShapeKind::point &&
-           isTrueInSomeCopy(source.box(feature), symbolCopies, [&](double copy) {
+           isTrueInSomeCopy(source.box(feature), neighbouringCopies, [&](double copy) {
                const CGPoint ground = source.ground(feature).front();
                return isSymbolAt(layer, shape, {ground.x + copy, ground.y});
            });

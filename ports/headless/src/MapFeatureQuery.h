@@ -60,8 +60,9 @@ class MapFeatureQuery {
                              std::uint32_t feature);
     /// @}
 
-    /// Asks `test(copy)` for each copy of the world in which a box may be in sight, `copy` worlds east of
-    /// where it is, until one answers true.
+    /// Asks `test(copy)` for each copy of the world in which a box, or what is drawn up to `margin` worlds
+    /// beside it, may be in sight, `copy` worlds east of where it is, until one answers true. What lies
+    /// further than a world beside the Mercator square is not drawn.
     template <class Test>
     [[nodiscard]] bool isTrueInSomeCopy(const MapBox& box, double margin, Test test) const;
     /// The ground in sight, as it lies in the copy of the world `copy` worlds further east.

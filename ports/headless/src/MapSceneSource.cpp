@@ -1,7 +1,6 @@
 #include "MapSceneSource.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 #include "MapTransform.h"
@@ -33,7 +32,9 @@ void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
 }
 
 void MapSceneSource::addFeature(const MLNShape& shape) {
-    const std::size_t begin = coordinates_.size();
+    if (!shape.drawnKind()) {
+        return;
+    }
     switch (shape.kind()) {
         case MLNShapeKind::point:
             coordinates_.push_back(static_cast<const MLNPointFeature&>(shape).coordinate());
@@ -48,14 +49,6 @@ void MapSceneSource::addFeature(const MLNShape& shape) {
             break;
         case MLNShapeKind::collection:
             return;
-    }
-    const auto isFinite = [](CLLocationCoordinate2D coordinate) {
-        return std::isfinite(coordinate.latitude) && std::isfinite(coordinate.longitude);
-    };
-    const auto first = coordinates_.begin() + static_cast<std::ptrdiff_t>(begin);
-    if (!std::all_of(first, coordinates_.end(), isFinite)) {
-        coordinates_.resize(begin);
-        return;
     }
     features_.push_back(&shape);
     coordinateEnds_.push_back(static_cast<std::uint32_t>(coordinates_.size()));
@@ -79,7 +72,7 @@ void MapSceneSource::projectIfNeeded() const {
     boxes_.reserve(features_.size());
     std::size_t begin = 0;
     for (const std::size_t end : coordinateEnds_) {
-        boxes_.push_back(begin == end ? MapBox{} : MapBox::around({ground_.data() + begin, end - begin}));
+        boxes_.push_back(MapBox::around({ground_.data() + begin, end - begin}));
         begin = end;
     }
 }

@@ -14,8 +14,7 @@ namespace pelta {
 /// The features of a source, as they were when it was last given a shape.
 ///
 /// Geometry is copied into flat arrays at once; what only queries need (ground positions and boxes) is made
-/// at the first query. Collections within a collection and features with non-finite coordinates are not
-/// drawn.
+/// at the first query. Features that have nothing to draw (see `MLNShape::drawnKind`) are left out.
 class MapSceneSource {
  public:
     /// Replaces the contents by a shape; null for none.
@@ -30,7 +29,7 @@ class MapSceneSource {
     }
     /// The feature's corners as fractions of the Mercator square; an area's ring is closed.
     [[nodiscard]] std::span<const CGPoint> ground(std::uint32_t index) const;
-    /// The box around them; without extent at (0, 0) where there are none.
+    /// The box around them.
     [[nodiscard]] const MapBox& box(std::uint32_t index) const { return boxes()[index]; }
     /// The boxes of all features.
     [[nodiscard]] const std::vector<MapBox>& boxes() const;

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <numeric>
+#include <span>
 
 namespace pelta::headless {
 
@@ -22,6 +25,38 @@ struct FontOptionsDeleter {
 struct TextDeleter {
     void operator()(gchar* text) const noexcept { g_free(text); }
 };
+
+/// Glyphs of one font, in the order in which they stand on the line.
+struct GlyphRow {
+    PangoFont* font;
+    std::span<PangoGlyphInfo> glyphs;
+};
+
+/// Pango adds up glyphs in whole numbers that a line of some 2 million points exceeds. Rows of this many
+/// glyphs stay below that, at every size that text is set in.
+constexpr std::size_t longestRow = 64;
+
+/// Visits the line in rows from left to right.
+template <class Visit>
+void visitRows(PangoLayout& layout, Visit&& visit) {
+    const PangoLayoutLine* line = pango_layout_get_line_readonly(&layout, 0);
+    for (const GSList* each = line != nullptr ? line->runs : nullptr; each != nullptr; each = each->next) {
+        const auto& run = *static_cast<const PangoLayoutRun*>(each->data);
+        std::span rest(run.glyphs->glyphs, static_cast<std::size_t>(run.glyphs->num_glyphs));
+        while (!rest.empty()) {
+            const std::size_t count = std::min(rest.size(), longestRow);
+            visit(GlyphRow{run.item->analysis.font, rest.first(count)});
+            rest = rest.subspan(count);
+        }
+    }
+}
+
+/// Points to the right that a row takes.
+double widthOf(const GlyphRow& row) {
+    const auto add = [](std::int64_t sum, const PangoGlyphInfo& glyph) { return sum + glyph.geometry.width; };
+    return static_cast<double>(std::accumulate(row.glyphs.begin(), row.glyphs.end(), std::int64_t{0}, add)) /
+           PANGO_SCALE;
+}
 
 }  // namespace
 
@@ -67,10 +102,31 @@ CGSize TextSetter::measure(std::string_view text, const UIFont& font) const {
 }
 
 CGSize sizeOfLayout(PangoLayout& layout) {
-    int width = 0;
     int height = 0;
-    pango_layout_get_size(&layout, &width, &height);
-    return {static_cast<double>(width) / PANGO_SCALE, static_cast<double>(height) / PANGO_SCALE};
+    pango_layout_get_size(&layout, nullptr, &height);
+    double width = 0;
+    visitRows(layout, [&width](const GlyphRow& row) { width += widthOf(row); });
+    return {width, static_cast<double>(height) / PANGO_SCALE};
+}
+
+void drawLayout(cairo_t& context, PangoLayout& layout, CGPoint origin) {
+    double left = 0;
+    double right = 0;
+    cairo_clip_extents(&context, &left, nullptr, &right, nullptr);
+    // Letters may stand out from the room that they take, by no more than the line is high.
+    const double overhang = sizeOfLayout(layout).height;
+    const double baseline = origin.y + static_cast<double>(pango_layout_get_baseline(&layout)) / PANGO_SCALE;
+    double x = origin.x;
+    visitRows(layout, [&](const GlyphRow& row) {
+        const double width = widthOf(row);
+        if (x - overhang < right && x + width + overhang > left) {
+            PangoGlyphString glyphs{static_cast<int>(row.glyphs.size()), row.glyphs.data(), nullptr, 0};
+            cairo_move_to(&context, x, baseline);
+            pango_cairo_show_glyph_string(&context, row.font, &glyphs);
+        }
+        x += width;
+    });
+    cairo_new_path(&context);
 }
 
 }  // namespace pelta::headless

@@ -37,4 +37,7 @@ class TextSetter {
 /// Extent of a line that has been set, points.
 [[nodiscard]] CGSize sizeOfLayout(PangoLayout& layout);
 
+/// Draws what can be seen of a line that has been set, its upper left corner at a point.
+void drawLayout(cairo_t& context, PangoLayout& layout, CGPoint origin);
+
 }  // namespace pelta::headless

@@ -1,17 +1,10 @@
 #include "FeatureJson.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace pelta {
 
 namespace {
 
 using Coordinates = std::vector<CLLocationCoordinate2D>;
-
-bool isFinite(CLLocationCoordinate2D coordinate) {
-    return std::isfinite(coordinate.latitude) && std::isfinite(coordinate.longitude);
-}
 
 void writePosition(JsonWriter& json, CLLocationCoordinate2D coordinate) {
     json.beginArray();
@@ -29,10 +22,6 @@ void writePositions(JsonWriter& json, const Coordinates& coordinates, bool close
         writePosition(json, coordinates.front());
     }
     json.endArray();
-}
-
-bool isDrawable(const Coordinates& coordinates) {
-    return coordinates.size() >= 2 && std::all_of(coordinates.begin(), coordinates.end(), isFinite);
 }
 
 void writeValue(JsonWriter& json, const MLNAttributeValue& value) {
@@ -71,21 +60,8 @@ void writeFeature(JsonWriter& json, const MLNShape& shape, std::size_t identifie
 
 }  // namespace
 
-bool isDrawable(const MLNShape& shape) {
-    switch (shape.kind()) {
-        case MLNShapeKind::point:
-            return isFinite(static_cast<const MLNPointFeature&>(shape).coordinate());
-        case MLNShapeKind::polyline:
-            return isDrawable(static_cast<const MLNPolylineFeature&>(shape).coordinates());
-        case MLNShapeKind::polygon:
-            return isDrawable(static_cast<const MLNPolygonFeature&>(shape).coordinates());
-        case MLNShapeKind::collection:
-            return false;
-    }
-    return false;
-}
-
 void writeGeometry(JsonWriter& json, const MLNShape& shape) {
+    const bool isArea = shape.drawnKind() == MLNShapeKind::polygon;
     json.beginObject();
     if (shape.kind() == MLNShapeKind::point) {
         json.member("type", "Point");
@@ -96,11 +72,15 @@ void writeGeometry(JsonWriter& json, const MLNShape& shape) {
         json.key("coordinates");
         writePositions(json, static_cast<const MLNPolylineFeature&>(shape).coordinates(), false);
     } else {
-        json.member("type", "Polygon");
+        json.member("type", isArea ? "Polygon" : "LineString");
         json.key("coordinates");
-        json.beginArray();
+        if (isArea) {
+            json.beginArray();
+        }
         writePositions(json, static_cast<const MLNPolygonFeature&>(shape).coordinates(), true);
-        json.endArray();
+        if (isArea) {
+            json.endArray();
+        }
     }
     json.endObject();
 }
@@ -127,7 +107,7 @@ void writeFeatures(JsonWriter& json, const std::vector<const MLNShape*>& feature
     json.key("features");
     json.beginArray();
     for (std::size_t i = 0; i < features.size(); ++i) {
-        if (isDrawable(*features[i])) {
+        if (features[i]->drawnKind()) {
             writeFeature(json, *features[i], i);
         }
     }

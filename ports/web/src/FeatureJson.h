@@ -14,14 +14,11 @@ namespace pelta {
 /// shape itself. Collections within a collection are not drawn. The pointers live as long as the shape.
 [[nodiscard]] std::vector<const MLNShape*> featuresOf(const MLNShape* shape);
 
-/// Whether a shape has usable geometry.
-[[nodiscard]] bool isDrawable(const MLNShape& shape);
-
-/// Writes a shape's geometry, which is usable, as GeoJSON does.
+/// Writes the geometry of a shape that has something to draw as GeoJSON does: as what it is drawn as.
 void writeGeometry(JsonWriter& json, const MLNShape& shape);
 
-/// Writes features as a GeoJSON collection; a feature's "id" is its index. One without usable geometry keeps
-/// its index and is left out.
+/// Writes features as a GeoJSON collection; a feature's "id" is its index. One with nothing to draw keeps its
+/// index and is left out.
 void writeFeatures(JsonWriter& json, const std::vector<const MLNShape*>& features);
 
 }  // namespace pelta

@@ -8,7 +8,13 @@ namespace pelta {
 
 namespace {
 
-void writeFilter(JsonWriter& json, const MLNPredicate& predicate) {
+/// Whether the features of a layer's source are to be filtered by what they are: the engine's areas would
+/// fill lines too. A document's own layers keep the filters that the document gives them.
+bool drawsAreasAlone(const MLNStyleLayer& layer) {
+    return layer.kind() == MLNStyleLayerKind::fill && !layer.isFromDocument();
+}
+
+void writePredicate(JsonWriter& json, const MLNPredicate& predicate) {
     json.beginArray();
     json.value("==");
     json.beginArray();
@@ -16,6 +22,24 @@ void writeFilter(JsonWriter& json, const MLNPredicate& predicate) {
     json.value(predicate.attribute);
     json.endArray();
     json.value(predicate.value);
+    json.endArray();
+}
+
+/// Which features of its source a layer draws; null for all.
+void writeFilter(JsonWriter& json, const MLNVectorStyleLayer& layer) {
+    const bool selects = !layer.predicate().attribute.empty();
+    if (!selects && !drawsAreasAlone(layer)) {
+        json.null();
+        return;
+    }
+    json.beginArray();
+    json.value("all");
+    if (drawsAreasAlone(layer)) {
+        json.raw(R"(["==",["geometry-type"],"Polygon"])");
+    }
+    if (selects) {
+        writePredicate(json, layer.predicate());
+    }
     json.endArray();
 }
 
@@ -66,18 +90,16 @@ void writeUnchecked(JsonWriter& json) {
     json.raw(R"({"validate":false})");
 }
 
-void writeLayer(JsonWriter& json, const MLNStyleLayer& layer) {
+void writeLayer(JsonWriter& json, const MLNStyleLayer& layer, std::string_view source) {
     json.beginObject();
     json.member("id", layer.identifier());
     json.member("type", typeName(layer.kind()));
     json.member("minzoom", static_cast<double>(layer.minimumZoomLevel()));
     json.member("maxzoom", static_cast<double>(layer.maximumZoomLevel()));
     if (const auto* drawn = dynamic_cast<const MLNVectorStyleLayer*>(&layer)) {
-        json.member("source", drawn->sourceIdentifier());
-        if (!drawn->predicate().attribute.empty()) {
-            json.key("filter");
-            writeFilter(json, drawn->predicate());
-        }
+        json.member("source", source);
+        json.key("filter");
+        writeFilter(json, *drawn);
     }
     json.key("layout");
     writeGroup(json, layer, MLNPropertyGroup::layout);
@@ -103,13 +125,10 @@ void writeLayerChanges(JsonWriter& json, const MLNStyleLayer& layer, std::uint32
     const auto* drawn = dynamic_cast<const MLNVectorStyleLayer*>(&layer);
     const bool selects = drawn != nullptr && !drawn->predicate().attribute.empty();
     // A document's own layer keeps the filter that the document gives it until it is given another.
-    if ((changes & MLNStyleLayer::predicateChange) != 0 && (selects || !layer.isFromDocument())) {
+    if (drawn != nullptr && (changes & MLNStyleLayer::predicateChange) != 0 &&
+        (selects || !layer.isFromDocument())) {
         beginCall(json, "setFilter", layer);
-        if (selects) {
-            writeFilter(json, drawn->predicate());
-        } else {
-            json.null();
-        }
+        writeFilter(json, *drawn);
         writeUnchecked(json);
         json.endArray();
     }

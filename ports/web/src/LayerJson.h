@@ -12,7 +12,8 @@ namespace pelta {
 [[nodiscard]] std::string_view typeName(MLNStyleLayerKind kind);
 
 /// Writes a layer as a style document would hold it, with the properties that have been set.
-void writeLayer(JsonWriter& json, const MLNStyleLayer& layer);
+/// @param source  the engine's name of the source that it draws; not looked at for a layer that draws none.
+void writeLayer(JsonWriter& json, const MLNStyleLayer& layer, std::string_view source);
 
 /// Writes the last argument of calls that are right by construction and need no check.
 void writeUnchecked(JsonWriter& json);

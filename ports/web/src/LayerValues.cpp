@@ -184,13 +184,15 @@ SharedText LayerReader::textOf(Last& last, std::string_view name, const T& value
 
 LayerValues LayerReader::read(const MLNVectorStyleLayer& layer, const MLNShape& shape) {
     LayerValues values;
-    if (!layer.isVisible()) {
+    const MLNShapeKind kind = *shape.drawnKind();
+    const bool hasInside = kind == MLNShapeKind::polygon;
+    if (!layer.isVisible() || (layer.kind() == MLNStyleLayerKind::fill && !hasInside)) {
         return values;
     }
     const auto& isCommonSlot = commonPropertiesOf(layer);
     auto& last = last_[kindIndex(layer.kind())];
     common_.values = {};
-    common_.shape = shape.kind();
+    common_.shape = kind;
     visitLayerProperties(
         layer, [&](unsigned number, MLNPropertyGroup, std::string_view name, const auto& property) {
             if (!property) {

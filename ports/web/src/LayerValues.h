@@ -60,6 +60,7 @@ struct LayerValues {
 class LayerReader {
  public:
     /// @param layer  neither a document's layer nor of another kind than fill, line and symbol.
+    /// @param shape  one that has something to draw.
     [[nodiscard]] LayerValues read(const MLNVectorStyleLayer& layer, const MLNShape& shape);
 
  private:

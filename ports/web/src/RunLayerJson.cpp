@@ -73,11 +73,6 @@ std::span<const NamedProperty> propertiesOf(const MLNVectorStyleLayer& layer) {
     return table;
 }
 
-std::string runSourceIdentifier(std::string_view source, MLNShapeKind shape) {
-    static constexpr std::array<std::string_view, 4> suffixes{"#points", "#lines", "#areas", "#others"};
-    return std::string(source) + std::string(suffixes[static_cast<std::size_t>(shape)]);
-}
-
 std::string runLayerIdentifier(const Run& run) {
     return std::string(layerPrefixes[kindIndex(run.kind)]) + std::to_string(run.number);
 }
@@ -101,15 +96,14 @@ std::string_view keyProperty(MLNStyleLayerKind kind) {
     return names[kindIndex(kind)];
 }
 
-void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey) {
+void writeRunLayer(JsonWriter& json, const Run& run, std::string_view source, std::string_view sortKey) {
     const MLNVectorStyleLayer& first = *run.members.front()->drawn;
     json.beginObject();
     json.member("id", runLayerIdentifier(run));
     json.member("type", typeName(first.kind()));
     json.member("minzoom", static_cast<double>(first.minimumZoomLevel()));
     json.member("maxzoom", static_cast<double>(first.maximumZoomLevel()));
-    json.member("source", runSourceIdentifier(first.sourceIdentifier(),
-                                              run.members.front()->place->drawableShape()->kind()));
+    json.member("source", source);
     json.key("filter");
     json.raw(R"(["==",["get",")" + std::string(runProperty(run.kind)) + "\"]," + std::to_string(run.number) +
              "]");

@@ -30,9 +30,6 @@ void visitPropertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers, Vi
     }
 }
 
-/// Name of the engine's source for the runs over a source of the model, by kind of shape: so no change of a
-/// marker reaches lines and areas.
-[[nodiscard]] std::string runSourceIdentifier(std::string_view source, MLNShapeKind shape);
 /// Name of the engine's layer for a run.
 [[nodiscard]] std::string runLayerIdentifier(const Run& run);
 /// The kind of an engine's layer by its name; nothing for one that is not a run's.
@@ -43,8 +40,9 @@ void visitPropertiesIn(const MLNVectorStyleLayer& layer, PropertySet numbers, Vi
 [[nodiscard]] std::string_view keyProperty(MLNStyleLayerKind kind);
 
 /// Writes the engine's layer for a run.
+/// @param source   the engine's name of the source that it draws.
 /// @param sortKey  see `SymbolOrder`.
-void writeRunLayer(JsonWriter& json, const Run& run, std::string_view sortKey);
+void writeRunLayer(JsonWriter& json, const Run& run, std::string_view source, std::string_view sortKey);
 
 /// Writes the calls that bring the `unwritten` properties of a run's layer in line.
 void writeRunLayerChanges(JsonWriter& calls, const Run& run);

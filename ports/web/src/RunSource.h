@@ -29,6 +29,9 @@ class RunSource {
     RunSource(std::string identifier, RunFeatures& features)
         : identifier_(std::move(identifier)), features_(&features) {}
 
+    /// The engine's name of the source.
+    [[nodiscard]] const std::string& identifier() const noexcept { return identifier_; }
+
     /// To be called before members of a run are sent in order.
     void keepOrder(Run& run) { order_.keep(run, *features_); }
     [[nodiscard]] const SymbolOrder& order() const noexcept { return order_; }

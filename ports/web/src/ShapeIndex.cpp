@@ -17,7 +17,7 @@ const std::string* identifierOf(const MLNShape& shape) {
 }  // namespace
 
 const MLNShape* ShapePlace::drawableShape() const {
-    return shapes.size() == 1 && isDrawable(*shapes.front()) ? shapes.front() : nullptr;
+    return shapes.size() == 1 && shapes.front()->drawnKind() ? shapes.front() : nullptr;
 }
 
 std::vector<ShapePlace*> ShapeIndex::update(std::shared_ptr<const MLNShape> contents) {

@@ -22,7 +22,7 @@ struct ShapePlace {
     RunFeature* feature = nullptr;  ///< The one that the engine has for the shape; null if it has none.
     bool isChanged = false;         ///< Listed by the update under way.
 
-    /// The shape, if there is exactly one and it has usable geometry; else null.
+    /// The shape, if there is exactly one and it has something to draw; else null.
     [[nodiscard]] const MLNShape* drawableShape() const;
 };
 

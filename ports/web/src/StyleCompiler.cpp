@@ -12,6 +12,7 @@ namespace pelta {
 
 void StyleCompiler::reset(const StyleDocument& document) {
     *this = StyleCompiler(drawsLiterally_);
+    sourceNames_ = SourceNames(document);
     order_.reset(document);
 }
 
@@ -224,12 +225,12 @@ void StyleCompiler::replan(double zoom) {
 
 RunSource& StyleCompiler::runSource(const ModelLayer& layer) {
     const std::string& identifier = layer.drawn->sourceIdentifier();
-    const MLNShapeKind shape = layer.place->drawableShape()->kind();
+    const MLNShapeKind shape = *layer.place->drawableShape()->drawnKind();
     auto& sources = sources_[identifier].byKind;
     const auto known = sources.find(shape);
     return known != sources.end()
                ? known->second
-               : sources.try_emplace(shape, runSourceIdentifier(identifier, shape), features_).first->second;
+               : sources.try_emplace(shape, sourceNames_.ofKind(identifier, shape), features_).first->second;
 }
 
 void StyleCompiler::withdraw(ModelLayer& layer) {
@@ -302,7 +303,7 @@ void StyleCompiler::noteVarying(ModelLayer& layer) {
 
 void StyleCompiler::writeSources() {
     for (auto& [identifier, source] : sources_) {
-        writeWholeSource(identifier, source);
+        writeWholeSource(sourceNames_.ofWhole(identifier), source);
         for (auto& [kind, runs] : source.byKind) {
             runs.writeChanges(calls_);
         }
@@ -352,9 +353,12 @@ void StyleCompiler::arrangeLayers(const std::vector<std::string>& wanted) {
         if (layers[i].run != nullptr) {
             Run& run = *layers[i].run;
             run.unwritten = 0;
-            writeRunLayer(calls_, run, runSource(*run.members.front()).order().sortKey(run));
+            const RunSource& source = runSource(*run.members.front());
+            writeRunLayer(calls_, run, source.identifier(), source.order().sortKey(run));
         } else {
-            writeLayer(calls_, *layers[i].literal->layer);
+            const ModelLayer& layer = *layers[i].literal;
+            writeLayer(calls_, *layer.layer,
+                       sourceNames_.ofWhole(layer.drawn ? layer.drawn->sourceIdentifier() : std::string()));
         }
     });
 }

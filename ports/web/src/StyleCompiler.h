@@ -17,6 +17,7 @@
 #include "Run.h"
 #include "RunPlanner.h"
 #include "RunSource.h"
+#include "SourceNames.h"
 
 namespace pelta {
 
@@ -98,6 +99,7 @@ class StyleCompiler {
 
     bool drawsLiterally_;
     JsonWriter calls_;
+    SourceNames sourceNames_;
     LayerReader reader_;
     LayerOrder order_;
     RunPlanner planner_;

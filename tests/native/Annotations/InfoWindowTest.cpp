@@ -152,7 +152,7 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
 
     other->setPosition({1, 1});
     EXPECT_EQ(info->position(), (CLLocationCoordinate2D{35, 129})) << "stays where the marker was";
-    info->setPosition(CLLocationCoordinate2D{1, 2});
+    info->setPosition({1, 2});
     EXPECT_EQ(info->marker(), nullptr);
     EXPECT_EQ(other->infoWindow(), info) << "the marker holds it all the same";
     EXPECT_EQ(offsetOf(*info), (CGVector{3, 1}));

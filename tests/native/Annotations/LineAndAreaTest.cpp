@@ -103,11 +103,74 @@ TEST_F(LineAndAreaTest, CirclesOfEveryKindStayDrawable) {
     EXPECT_EQ(circle->feature(), nullptr);
     port.runFrame();
     EXPECT_TRUE(featuresOf(map).empty());
-    circle->setCenter(CLLocationCoordinate2D{3, 4});
+    circle->setCenter({3, 4});
     circle->setRadius(NAN);
     EXPECT_EQ(circle->feature(), nullptr);
     circle->setRadius(10);
     EXPECT_NEAR(ringOf(*circle)[0].latitude, 3, 1e-3);
+}
+
+TEST_F(LineAndAreaTest, AWidthThatIsNotFiniteKeepsWhatWasDrawn) {
+    const auto line = PgmPolyline::create(corners);
+    const auto area = PgmPolygon::create(corners);
+    line->setWidth(NAN);
+    area->setStrokeWidth(INFINITY);
+    line->setMapView(map);
+    area->setMapView(map);
+    EXPECT_EQ(line->lineLayer()->lineWidth()->constant(), 2.5) << "never drawn: as a new line";
+    EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 0) << "never drawn: no outline";
+    line->setWidth(7);
+    line->setWidth(-INFINITY);
+    EXPECT_EQ(line->lineLayer()->lineWidth()->constant(), 7);
+    EXPECT_EQ(line->width(), -INFINITY);
+}
+
+TEST_F(LineAndAreaTest, WhatThereIsToDrawOfThem) {
+    using Kind = MLNShapeKind;
+    const std::optional<Kind> nothing;
+    struct Case {
+        const char* name;
+        Coordinates coordinates;
+        std::optional<Kind> asLine, asArea;
+    };
+    const Case cases[] = {
+        {"no coordinate", {}, nothing, nothing},
+        {"one", {{1, 2}}, nothing, nothing},
+        {"one place, many times", Coordinates(361, {1, 2}), nothing, nothing},
+        {"0 and -0", {{0.0, 0.0}, {-0.0, -0.0}}, nothing, nothing},
+        {"two places", {{1, 2}, {1, 2}, {1, 3}}, Kind::polyline, Kind::polyline},
+        {"once around the world", {{1, -180}, {1, 180}}, Kind::polyline, Kind::polyline},
+        {"along a meridian", {{1, 2}, {5, 2}, {3, 2}, {-4, 2}}, Kind::polyline, Kind::polyline},
+        {"along the limit of circles",
+         {{85, 0}, {85, 9}, {85, 200}, {85, 0}},
+         Kind::polyline,
+         Kind::polyline},
+        {"beyond the map's edge", {{87, 0}, {89, 5}, {86, 9}}, Kind::polyline, Kind::polyline},
+        {"there and back", {{1, 2}, {3, 9}, {8, 4}, {3, 9}}, Kind::polyline, Kind::polyline},
+        {"not a number", {{1, 2}, {NAN, 3}, {5, 6}}, nothing, nothing},
+        {"infinite", {{1, 2}, {1, INFINITY}, {5, 6}}, nothing, nothing},
+        {"triangle", {{1, 2}, {3, 9}, {8, 4}}, Kind::polyline, Kind::polygon},
+        {"triangle with a way out and back",
+         {{1, 2}, {3, 9}, {8, 4}, {9, 9}, {8, 4}},
+         Kind::polyline,
+         Kind::polygon},
+        {"corners after many on one line",
+         {{1, 2}, {2, 2}, {3, 2}, {4, 2}, {5, 2}, {4, 3}},
+         Kind::polyline,
+         Kind::polygon},
+        {"two halves that cancel out", {{0, 0}, {4, 4}, {4, 0}, {0, 4}}, Kind::polyline, Kind::polygon},
+        {"a step of a metre",
+         {{37, 127}, {37.00001, 127}, {37.00001, 127.00001}},
+         Kind::polyline,
+         Kind::polygon},
+        {"half the world", {{-80, -170}, {80, -170}, {80, 10}, {-80, 10}}, Kind::polyline, Kind::polygon},
+        {"larger than any world", {{0, -1e300}, {10, 1e300}, {10, -1e300}}, Kind::polyline, Kind::polygon},
+    };
+    for (const auto& [name, coordinates, asLine, asArea] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(MLNPolylineFeature::polylineWithCoordinates(coordinates)->drawnKind(), asLine);
+        EXPECT_EQ(MLNPolygonFeature::polygonWithCoordinates(coordinates)->drawnKind(), asArea);
+    }
 }
 
 }  // namespace

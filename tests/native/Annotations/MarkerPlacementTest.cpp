@@ -94,6 +94,66 @@ TEST_F(MarkerPlacementTest, TipOnThePositionTitleBelowInfoWindowAbove) {
     }
 }
 
+TEST_F(MarkerPlacementTest, ANumberThatIsNotFiniteKeepsWhatWasDrawn) {
+    const Placement placement{"pin", 60, 80, 2, 2, {0.5, 1}, 30, 1.5, 14, 5};
+    const auto drawn = [](const PgmMarker& marker) {
+        const auto& layer = *marker.symbolLayer();
+        const auto icon = layer.iconOffset()->constant();
+        const auto title = layer.textOffset()->constant();
+        const auto window = marker.mInfoWindowOffset();
+        return std::vector{layer.iconScale()->constant(),
+                           layer.iconRotation()->constant(),
+                           layer.iconOpacity()->constant(),
+                           layer.textOpacity()->constant(),
+                           layer.textFontSize()->constant(),
+                           layer.maximumTextWidth()->constant(),
+                           icon.dx,
+                           icon.dy,
+                           title.dx,
+                           title.dy,
+                           window.dx,
+                           window.dy};
+    };
+    struct Case {
+        const char* name;
+        void (PgmMarker::*set)(double);
+        double (PgmMarker::*get)() const;
+        double good;
+    };
+    const Case cases[] = {
+        {"icon scale", &PgmMarker::setIconScale, &PgmMarker::iconScale, 2},
+        {"angle", &PgmMarker::setAngle, &PgmMarker::angle, 60},
+        {"alpha", &PgmMarker::setAlpha, &PgmMarker::alpha, 0.5},
+        {"title size", &PgmMarker::setTitleSize, &PgmMarker::titleSize, 20},
+        {"title width", &PgmMarker::setTitleMaxWidth, &PgmMarker::titleMaxWidth, 70},
+        {"title margin", &PgmMarker::setTitleMargin, &PgmMarker::titleMargin, 9},
+    };
+    for (const auto& [name, set, get, good] : cases) {
+        SCOPED_TRACE(name);
+        const auto marker = place(placement);
+        marker->setTitleMaxWidth(50);
+        const auto write = [&, set = set](PgmMarker& target, double value) {
+            (target.*set)(value);
+            target.setIsTitleFlat(!target.isTitleFlat());  // Some wait for another change.
+        };
+        const auto before = drawn(*marker);
+        for (const double bad : {nan, infinity, -infinity}) {
+            write(*marker, bad);
+            EXPECT_EQ(drawn(*marker), before) << bad;
+            EXPECT_TRUE(std::isnan(bad) ? std::isnan((*marker.*get)()) : (*marker.*get)() == bad);
+        }
+        write(*marker, good);
+        EXPECT_NE(drawn(*marker), before);
+
+        const auto neverDrawn = PgmMarker::create();
+        (*neverDrawn.*set)(nan);
+        neverDrawn->setMapView(map);
+        const auto fresh = PgmMarker::create();
+        fresh->setMapView(map);
+        EXPECT_EQ(drawn(*neverDrawn), drawn(*fresh)) << "as a new marker";
+    }
+}
+
 TEST_F(MarkerPlacementTest, ImpossibleNumbersGiveFiniteOffsets) {
     const Placement cases[] = {
         {"no icon size", 60, 80, 2, 2, {0.5, 1}, 30, 0, 12, 0},

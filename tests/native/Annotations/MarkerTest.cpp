@@ -43,6 +43,20 @@ TEST_F(MarkerTest, AlphaAngleAndAnchorWaitForAnotherChange) {
     EXPECT_NE(layer.iconOffset(), offset);
 }
 
+TEST_F(MarkerTest, APictureWithoutANameOfItsOwnGetsOne) {
+    const UIImage picture = PgmImage::markerImageBlue()->image();
+    const auto first = PgmImage::imageWith(picture, "");
+    const auto second = PgmImage::imageWith(picture, "");
+    EXPECT_THAT(first->reuseIdentifier(), testing::MatchesRegex("I:[0-9]+"));
+    EXPECT_NE(first->reuseIdentifier(), second->reuseIdentifier());
+    const auto& resources = Bundle::library();
+    EXPECT_EQ(PgmImage::imageNamedInBundle("peltamap_default_location_icon", &resources, "")
+                  ->reuseIdentifier()
+                  .size(),
+              36U);
+    EXPECT_EQ(PgmImage::imageWith(picture, "given")->reuseIdentifier(), "given");
+}
+
 TEST_F(MarkerTest, ResetOptionsGiveTheLooksOfANewMarker) {
     const auto marker = attached();
     const auto changed = PgmMarkerOptionsImpl::withMarker(marker);

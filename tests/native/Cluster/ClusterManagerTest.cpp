@@ -393,5 +393,19 @@ TEST_F(ClusterManagerTest, PositionsBeyondTheWorldAreLeftOut) {
     EXPECT_THAT(markers(), IsEmpty());
 }
 
+TEST_F(ClusterManagerTest, ViewsOfAnySizeAreClustered) {
+    for (const CGSize size :
+         {CGSize{400, 5e-324}, CGSize{5e-324, 300}, CGSize{400, 1e-300}, CGSize{1e300, 1e300}}) {
+        SCOPED_TRACE(size.height);
+        const auto view =
+            PgmMapView::create({{}, size}, PgmMapOptions::create(PgmCameraPosition::create(seoul, 7, 30, 0)));
+        const auto sized = PgmClusterManager::create(view);
+        sized->addItem(place(seoul.latitude, seoul.longitude));
+        sized->Pgmalidate();
+        EXPECT_EQ(sized->clusters().size(), 1U);
+        EXPECT_NEAR(view->cameraPosition()->zoom(), 7, 1e-6);
+    }
+}
+
 }  // namespace
 }  // namespace pelta

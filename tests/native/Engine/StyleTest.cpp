@@ -68,11 +68,10 @@ TEST_F(StyleTest, RefusesWhatDoesNotBelong) {
     EXPECT_THAT(namesOf(style), ElementsAre("a"));
     EXPECT_EQ(elsewhere->style(), &other);
 
-    style.addDocumentSource("cities");
     const auto source = std::make_shared<MLNShapeSource>("cities");
+    other.addSource(source);
     style.addSource(source);
     EXPECT_EQ(style.sourceWithIdentifier("cities"), nullptr);
-    other.addSource(source);
     other.addSource(std::make_shared<MLNShapeSource>("cities"));
     EXPECT_EQ(other.sourceWithIdentifier("cities"), source);
     style.removeSource(*source);

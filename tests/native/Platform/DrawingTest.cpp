@@ -126,5 +126,74 @@ TEST_F(DrawingTest, ASnapshotShowsTheTree) {
     EXPECT_FALSE(make<UIView>(CGRect{})->snapshot());
 }
 
+TEST_F(DrawingTest, TextOfAnyLengthHasItsWidth) {
+    for (const char* letter : {"W", "서", "א"}) {
+        const auto widthOf = [letter](int count, double size) {
+            std::string text;
+            for (int i = 0; i < count; ++i) {
+                text += letter;
+            }
+            return sizeOfText(text, UIFont::systemFont(size)).width;
+        };
+        for (const auto& [count, size] : {std::pair{200'000, 15.0}, {4'000, 4000.0}}) {
+            const double expected = widthOf(100, size) * count / 100;
+            EXPECT_NEAR(widthOf(count, size), expected, expected * 1e-3) << letter << " at " << size;
+        }
+    }
+}
+
+TEST_F(DrawingTest, OfLongTextThePartInSightIsDrawn) {
+    const auto inkOf = [](std::string_view text, NSTextAlignment alignment) {
+        const UIImage image = UIGraphicsImageRenderer({40, 20})
+                                  .image([&](GraphicsContext& c) {
+                                      c.drawText(text, {{0, 0}, {40, 20}}, {UIFont{15}, red, alignment});
+                                  })
+                                  .value();
+        return std::ranges::count(image.pixels(), 255);
+    };
+    for (const auto alignment : {NSTextAlignment::left, NSTextAlignment::center, NSTextAlignment::right}) {
+        const auto expected = inkOf(std::string(50, 'M'), alignment);
+        EXPECT_GT(expected, 100);
+        EXPECT_NEAR(static_cast<double>(inkOf(std::string(500'000, 'M'), alignment)),
+                    static_cast<double>(expected), static_cast<double>(expected) * 0.2);
+    }
+}
+
+TEST_F(DrawingTest, ShapesOfAnySizeCoverTheirPart) {
+    struct Case {
+        const char* name;
+        CGRect rect;
+        double radius, scale;
+        bool isMiddleCovered, isCornerCovered;
+    };
+    const Case cases[] = {
+        {"far larger than the picture", {{-5e29, -5e29}, {1e30, 1e30}}, 5e29, 1, true, true},
+        {"as large as numbers go", {{-8e307, -8e307}, {1.6e308, 1.6e308}}, 8e307, 1, true, true},
+        {"an edge in sight, right of the corner", {{10, -5e9 + 20}, {1e10, 1e10}}, 5e9, 1, true, false},
+        {"an edge in sight, right of the middle", {{30, -5e9 + 20}, {1e10, 1e10}}, 5e9, 1, false, false},
+        {"below everything", {{-5e9, 50}, {1e10, 1e10}}, 5e9, 1, false, false},
+        {"corner of a long bar", {{-1e9, 18}, {1e9 + 22, 1e9}}, 12, 1, false, true},
+        {"made large by a transform", {{-1, -1}, {2, 2}}, 1, 1e20, true, true},
+        {"too small to be seen", {{20, 20}, {1e-200, 1e-200}}, 5e-201, 1, false, false},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto draw = [&c](const std::function<void(GraphicsContext&)>& fill) {
+            const UIImage image = UIGraphicsImageRenderer({40, 40})
+                                      .image([&](GraphicsContext& context) {
+                                          context.concatenate({c.scale, 0, 0, c.scale, 0, 0});
+                                          fill(context);
+                                      })
+                                      .value();
+            EXPECT_EQ(pixelAt(image, 20, 20)[3], c.isMiddleCovered ? 255 : 0);
+            EXPECT_EQ(pixelAt(image, 2, 20)[3], c.isCornerCovered ? 255 : 0);
+        };
+        draw([&c](GraphicsContext& context) { context.fillRoundedRect(c.rect, c.radius, red); });
+        if (c.radius == c.rect.size.width / 2) {
+            draw([&c](GraphicsContext& context) { context.fillOval(c.rect, red); });
+        }
+    }
+}
+
 }  // namespace
 }  // namespace pelta
