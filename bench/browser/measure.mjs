@@ -3,6 +3,12 @@ import { chromium } from "playwright-core";
 import { executable, flags } from "../../apps/viewer/tools/browser.mjs";
 import { installProbe } from "./steps.mjs";
 
+/** Says what went wrong in a page; the benchmark goes on and fails at its end. */
+export function complain(address, error) {
+    process.stderr.write(`${address}: ${error.message}\n`);
+    process.exitCode = 1;
+}
+
 /** Seconds after which a step is given up. */
 const limit = 120;
 
@@ -19,7 +25,7 @@ async function withinLimit(promise) {
 async function openPage(machine, address) {
     const browser = await chromium.connect(machine.wsEndpoint());
     const page = await browser.newPage({ viewport: { width: 800, height: 600 } });
-    page.on("pageerror", (error) => process.stderr.write(`${address}: ${error.message}\n`));
+    page.on("pageerror", (error) => complain(address, error));
     await page.addInitScript(installProbe);
     await page.goto(address);
     await page.waitForFunction(() => window.benchmark);
@@ -43,7 +49,7 @@ export async function measure(address, scene, steps, seconds) {
         for (const { measure: step, frames = 1 } of steps) {
             const answer = await withinLimit(page.evaluate(step, { sceneText, frames, seconds }));
             if (answer.ending) {
-                if (answer.error) process.stderr.write(`${address}: ${answer.error.message}\n`);
+                if (answer.error) complain(address, answer.error);
                 return { ...figures, ending: answer.ending };
             }
             const { done = frames, ...times } = answer.figures;

@@ -53,10 +53,11 @@ export async function panning({ frames, seconds }) {
  * A frame in which one marker moves, round a circle. What the worker puts off shows in the time until the map is at rest
  * again, divided by the frames.
  */
-export async function movingOne({ frames, seconds }) {
+export async function movingOne({ sceneText, frames, seconds }) {
+    const marker = Math.floor(JSON.parse(sceneText).coordinates.length / 4); // the one in the middle
     const { frame, busy, done, start } = await window.probe.frames(frames, seconds, (number) => {
         const angle = (2 * Math.PI * number) / frames;
-        window.benchmark.moveMarker(5000, 36 + Math.sin(angle), 128 + Math.cos(angle));
+        window.benchmark.moveMarker(marker, 36 + Math.sin(angle), 128 + Math.cos(angle));
     });
     await window.benchmark.idle();
     window.probe.drawn();

@@ -21,7 +21,6 @@ using bench::median;
 using bench::milliseconds;
 
 constexpr std::size_t count = 200'000;
-constexpr int turns = 15;
 
 constexpr const char* pipeline =
     "+proj=pipeline +step +proj=unitconvert +xy_in=deg +xy_out=rad"
@@ -97,7 +96,8 @@ void print(const char* name, const std::vector<double>& ours, const std::vector<
 
 }  // namespace
 
-int main() {
+int main(int argumentCount, char** words) {
+    const int turns = bench::isShortForm(argumentCount, words) ? 1 : 15;
     const Proj proj;
     const std::vector<GeoPoint> points = pointsOverKorea();
     std::vector<GeoPoint> grid(count);

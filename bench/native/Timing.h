@@ -3,13 +3,26 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What the benchmarks that stand beside a rival have in common: work is timed in turns, ours and the rival's
 // one after the other, so that whatever else the machine does hits both.
 
 namespace pelta::bench {
+
+/// Whether the command line asks for the short form, `--short`: everything runs once and on little, which
+/// shows that it still runs. Anything else ends the program.
+inline bool isShortForm(int count, char** words) {
+    const bool isShort = count == 2 && std::string_view(words[1]) == "--short";
+    if (count > 1 && !isShort) {
+        std::fprintf(stderr, "usage: %s [--short]\n", words[0]);
+        std::exit(2);
+    }
+    return isShort;
+}
 
 template <class Work>
 double milliseconds(Work&& work) {

@@ -1,7 +1,7 @@
 // The snapshot command: pictures, exit codes and messages.
 import assert from 'node:assert/strict';
 import { spawn } from 'node:child_process';
-import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
+import { chmodSync, existsSync, mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import path from 'node:path';
 import { after, before, test } from 'node:test';
@@ -28,10 +28,10 @@ after(async () => {
     rmSync(folder, { recursive: true });
 });
 
-/** Runs the command in the folder of the test and answers what came out of it. */
-function snapshot(...words) {
+/** Runs a program in the folder of the test and answers what came out of it. */
+function outcome(program, words, environment = {}) {
     return new Promise((resolve, reject) => {
-        const child = spawn(process.execPath, [command, '--site', site, ...words], { cwd: folder });
+        const child = spawn(program, words, { cwd: folder, env: { ...process.env, ...environment } });
         const result = { out: '', err: '' };
         child.stdout.on('data', (text) => (result.out += text));
         child.stderr.on('data', (text) => (result.err += text));
@@ -39,8 +39,12 @@ function snapshot(...words) {
     });
 }
 
-const write = (name, content) =>
+const snapshot = (...words) => outcome(process.execPath, [command, '--site', site, ...words]);
+
+function write(name, content) {
+    mkdirSync(path.dirname(path.join(folder, name)), { recursive: true });
     writeFileSync(path.join(folder, name), typeof content === 'string' ? content : JSON.stringify(content));
+}
 const readPicture = (name) => Picture.decode(page, readFileSync(path.join(folder, name)));
 const collection = (...features) => ({ type: 'FeatureCollection', features });
 const feature = (properties, type, coordinates) => ({ type: 'Feature', properties, geometry: { type, coordinates } });
@@ -111,30 +115,65 @@ test('tells what is bad, draws what is good, and exits with 1', async () => {
     const noStyle = await snapshot('good.geojson', '-o', 'none.png', '--style', 'http://127.0.0.1:9/style.json');
     assert.match(noStyle.err, /127\.0\.0\.1:9\/style\.json/);
     assert.equal(noStyle.code, 1);
-    const noFile = await snapshot('missing.geojson', '-o', 'missing.png');
-    assert.match(noFile.err, /^missing\.geojson: cannot be read/);
-    assert.equal(noFile.code, 1);
-    assert.equal(existsSync(path.join(folder, 'missing.png')), false);
+    write('styles/$& 한글.json', '{"version": 8,');
+    const badStyle = await snapshot('good.geojson', '-o', 'none.png', '--style', 'styles/$& 한글.json');
+    assert.match(badStyle.err, /^style document styles\/\$& 한글\.json: /);
+    assert.equal(badStyle.code, 1);
 });
 
-test('wrong use prints the usage and exits with 2; help is no wrong use', async () => {
+test('what is wrong with the arguments is told by name before anything is drawn; help is no wrong use', async () => {
     write('good.geojson', collection(greenPin));
-    for (const words of [
-        [],
-        ['good.geojson'],
-        ['good.geojson', 'other.geojson', '-o', 'wrong.png'],
-        ['good.geojson', '-o', 'wrong.png', '--colour', 'red'],
-        ['good.geojson', '-o', 'wrong.png', '--size', '0x100'],
-        ['good.geojson', '-o', 'wrong.png', '--scale', '-1'],
-        ['good.geojson', '-o', 'wrong.png', '--camera', '-95,127,7'],
+    const usage = /usage: snapshot IN\.geojson -o OUT\.png/;
+    const drawn = ['good.geojson', '-o', 'wrong.png'];
+    for (const [code, message, ...words] of [
+        [2, /^IN\.geojson is needed/],
+        [2, /^-o OUT\.png is needed/, 'good.geojson'],
+        [2, /^IN\.geojson is needed/, 'other.geojson', ...drawn],
+        [2, /--colour/, ...drawn, '--colour', 'red'],
+        [2, /^--size 0x100: /, ...drawn, '--size', '0x100'],
+        [2, /^--scale -1: /, ...drawn, '--scale', '-1'],
+        [2, /^--camera -95,127,7: latitude must be a number from -90 to 90\n/, ...drawn, '--camera', '-95,127,7'],
+        [2, /^--camera 1,2,3,,5: tilt must be a number from 0 to 60\n/, ...drawn, '--camera', '1,2,3,,5'],
+        [2, /^--camera 1,2,0x3: zoom must be/, ...drawn, '--camera', '1,2,0x3'],
+        [2, /^--camera 1,2: LAT,LNG,ZOOM\[,TILT\[,BEARING\]\] is needed\n/, ...drawn, '--camera', '1,2'],
+        [2, /^--camera 1,2,3,4,5,6: LAT,LNG/, ...drawn, '--camera', '1,2,3,4,5,6'],
+        [1, /^missing\.geojson: cannot be read \(ENOENT\)\n$/, 'missing.geojson', '-o', 'wrong.png'],
+        [1, /^missing\.json: cannot be read \(ENOENT\)\n$/, ...drawn, '--style', 'missing.json'],
+        [1, /^missing\/wrong\.png: cannot be written \(ENOENT\)\n$/, 'good.geojson', '-o', 'missing/wrong.png'],
+        [1, /^good\.geojson\/wrong\.png: cannot be written \(ENOTDIR\)\n$/, 'good.geojson', '-o', 'good.geojson/wrong.png'],
+        [1, /^\.: cannot be written \(EISDIR\)\n$/, 'good.geojson', '-o', '.'],
     ]) {
-        const { code, out, err } = await snapshot(...words);
-        assert.match(err, /usage: snapshot IN\.geojson -o OUT\.png/, words.join(' '));
-        assert.equal(out, '');
-        assert.equal(code, 2, words.join(' '));
+        const { err, ...rest } = await outcome(process.execPath, [command, '--site', 'no page', ...words]);
+        assert.match(err, message);
+        assert.equal(usage.test(err), code === 2, err);
+        assert.deepEqual(rest, { out: '', code }, words.join(' '));
         assert.equal(existsSync(path.join(folder, 'wrong.png')), false);
     }
     const help = await snapshot('--help');
     assert.match(help.out, /^usage: snapshot/);
     assert.deepEqual([help.code, help.err], [0, '']);
+});
+
+test('./run helps and refuses without building, and builds nothing but the page that it serves', async () => {
+    write('good.geojson', collection(greenPin));
+    // A build that writes down what it is asked for, and fails.
+    write('bin/cmake', '#!/bin/sh\nif [ "$1" = --build ]; then echo "$@" >>"$LOG"; exit 1; fi\n');
+    chmodSync(path.join(folder, 'bin/cmake'), 0o755);
+    const log = path.join(folder, 'builds');
+    const page = '--build --preset web --target viewer_page\n';
+    for (const [code, words, message, builds = ''] of [
+        [0, 'snapshot --help', /^usage: snapshot IN\.geojson/],
+        [0, 'demo -h', /^usage: demo/],
+        [2, 'snapshot good.geojson -o out.png --camera 1,2', /^--camera 1,2: /],
+        [1, 'snapshot good.geojson -o missing/out.png', /^missing\/out\.png: cannot be written/],
+        [1, 'demo --screenshot missing/out.png', /^missing\/out\.png: cannot be written/],
+        [1, 'snapshot good.geojson -o out.png', /^==>/, page],
+        [1, 'demo --screenshot out.png', /^==>/, page],
+    ]) {
+        writeFileSync(log, '');
+        const { out, err, ...rest } = await outcome(path.join(root, 'run'), words.split(' '),
+            { LOG: log, PATH: `${path.join(folder, 'bin')}:${process.env.PATH}` });
+        assert.match(out + err, message, words);
+        assert.deepEqual({ ...rest, builds: readFileSync(log, 'utf8') }, { code, builds }, words);
+    }
 });

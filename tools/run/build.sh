@@ -1,30 +1,39 @@
 # shellcheck shell=bash
-# Building the presets of CMakePresets.json; each has its folder build/PRESET.
+# Building the presets of CMakePresets.json; each has its folder build/PRESET. The variable PELTA_WARNINGS_AS_ERRORS=ON
+# lets warnings stop a build.
 
 in_root() {
     (cd "$root" && "$@")
 }
 
 configure() {
-    local made=$root/build/$1/build.ninja
-    if [[ ! -f $made || $root/CMakePresets.json -nt $made ]]; then
+    if ! is_configured "$1"; then
         step "Configuring build/$1" in_root cmake --preset "$1"
     fi
 }
 
+is_configured() {
+    local made=$root/build/$1/build.ninja
+    [[ -f $made && ! $root/CMakePresets.json -nt $made ]] &&
+        grep -q "^CMAKE_COMPILE_WARNING_AS_ERROR:[A-Z]*=${PELTA_WARNINGS_AS_ERRORS:-}$" "$root/build/$1/CMakeCache.txt"
+}
+
+# build PRESET [TARGET…]: all that the preset builds by itself, or the targets.
 build() {
-    configure "$1"
-    step "Building build/$1" in_root cmake --build --preset "$1"
+    local preset=$1
+    shift
+    configure "$preset"
+    step "Building build/$preset" in_root cmake --build --preset "$preset" ${1:+--target "$@"}
 }
 
 build_native() {
     need_packages "${NATIVE_PACKAGES[@]}"
     need_node_modules
-    build "$1"
+    build "$@"
 }
 
 build_web() {
     need_packages "${WEB_PACKAGES[@]}"
     need_node_modules
-    build web
+    build web "$@"
 }

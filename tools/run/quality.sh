@@ -31,25 +31,26 @@ run_lint() {
     done
     need_packages "${NATIVE_PACKAGES[@]}" "${BENCH_PACKAGES[@]}" "${WEB_PACKAGES[@]}" "${LINT_PACKAGES[@]}"
     need_node_modules
-    configure release
-    configure web
-    step "Writing the headers that the build makes" write_headers
     if ((${#files[@]} == 0)); then
-        # The tests are left out: a quarter of an hour for code that runs every time anyway. Name one to lint it.
+        # The tests are left out: they take as long as all else, and run every time anyway. Name one to lint it.
         mapfile -d '' -t files < <(own_sources | grep -z '\.cpp$' | grep -zv '^tests/')
     else
         mapfile -t files < <(realpath --relative-to="$root" -- "${files[@]}")
     fi
-    step "Linting ${#files[@]} C++ sources" lint_sources "${files[@]}"
+    configure release
+    configure web
+    if [[ " ${files[*]}" == *" tests/"* ]]; then
+        configure sanitize
+    fi
+    step "Writing the headers that the build makes" write_headers
+    step "Linting ${#files[@]} C++ sources" in_root node tools/run/lint.mjs "${files[@]}"
 }
 
 write_headers() {
-    in_root cmake --build --preset release --target viewer_data_cities &&
-        in_root cmake --build --preset web --target pelta_web_layer_spec
-}
-
-lint_sources() {
-    printf '%s\0' "$@" | in_root xargs -0 -n 1 -P "$(nproc)" tools/run/lint-one.sh
+    local preset
+    for preset in release web; do
+        in_root cmake --build --preset "$preset" --target pelta_generated_headers || return
+    done
 }
 
 run_docs() {

@@ -3,10 +3,11 @@
 
 run_test() {
     local kinds=("$@") kind needed=()
-    ((${#kinds[@]} > 0)) || kinds=(native browser)
+    ((${#kinds[@]} > 0)) || kinds=(sanitize browser)
     for kind in "${kinds[@]}"; do
         case $kind in
         native | sanitize) needed+=("${NATIVE_PACKAGES[@]}") ;;
+        installed) needed+=("${NATIVE_PACKAGES[@]}" "${BENCH_PACKAGES[@]}") ;;
         browser) needed+=("${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}") ;;
         *) misuse "test: there is no kind '$kind'" ;;
         esac
@@ -29,6 +30,13 @@ test_sanitize() {
     in_root ctest --preset sanitize -j "$(nproc)" || fail "native tests with sanitizers failed"
 }
 
+# The release build holds no tests of its own: they are about what is installed from it.
+test_installed() {
+    build_native release
+    say "==> Installing the release build, running what is installed, building the examples against it"
+    in_root ctest --preset release -j "$(nproc)" || fail "tests of the installed tree failed"
+}
+
 test_browser() {
     build_web
     say "==> Running the browser tests"
@@ -36,35 +44,36 @@ test_browser() {
 }
 
 run_bench() {
-    local kinds=("$@") kind
+    local kinds=() kind short=()
+    for kind in "$@"; do
+        case $kind in
+        --short) short=(--short) ;;
+        native | browser) kinds+=("$kind") ;;
+        *) misuse "bench: there is no kind '$kind'" ;;
+        esac
+    done
     ((${#kinds[@]} > 0)) || kinds=(native browser)
     for kind in "${kinds[@]}"; do
-        [[ $kind =~ ^(native|browser)$ ]] || misuse "bench: there is no kind '$kind'"
-    done
-    for kind in "${kinds[@]}"; do
-        "bench_$kind"
+        "bench_$kind" "${short[@]}"
     done
 }
 
 bench_native() {
     need_packages "${BENCH_PACKAGES[@]}"
     build_native release
-    say "==> Measuring overlays on the headless port"
-    in_root build/release/bench/pelta_bench
-    in_root build/release/bench/pelta_cluster_bench
-    in_root build/release/bench/pelta_cluster_manager_bench
-    in_root build/release/bench/pelta_grid_bench
-    in_root build/release/bench/pelta_convert_bench
+    say "==> Measuring on the headless port and the command line"
+    local program
+    in_root build/release/bench/pelta_bench ${1:+--benchmark_min_time=0}
+    for program in cluster cluster_manager grid convert; do
+        in_root "build/release/bench/pelta_${program}_bench" "$@"
+    done
 }
 
-# The pages of the benchmarks are left out of the everyday build.
 bench_browser() {
     need_packages "${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}"
-    need_node_modules
-    step "Configuring build/web with the pages of the benchmarks" in_root cmake --preset web -DPELTA_BUILD_BENCH=ON
-    build web
+    build_web bench/all
     say "==> Measuring shapes in the browser"
-    in_root node bench/browser/run.mjs --site build/web/bench-site
+    in_root node bench/browser/run.mjs --site build/web/bench-site "$@"
     say "==> Measuring clusters in the browser"
-    in_root node bench/browser/clusters.mjs --site build/web/bench-clusters
+    in_root node bench/browser/clusters.mjs --site build/web/bench-clusters "$@"
 }

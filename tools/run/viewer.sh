@@ -10,29 +10,26 @@ run_snapshot() {
     run_viewer_tool snapshot "$@"
 }
 
+# Wrong arguments are told before anything is built: the program checks them without the page.
 run_viewer_tool() {
     local tool=$root/apps/viewer/tools/$1.mjs site=$root/build/web/site
     shift
     if [[ " $* " == *" --help "* || " $* " == *" -h "* ]]; then
-        usage
+        viewer_tool_help "$tool"
         return
     fi
-    if [[ ! -f $site/index.html ]]; then
-        refuse_wrong_use "$tool" "$site" "$@"
-    fi
+    command -v node >/dev/null || need_packages "${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}"
+    node "$tool" --check "$@" || exit
     need_packages "${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}"
-    build_web
+    build_web viewer_page
     exec node "$tool" --site "$site" "$@"
 }
 
-# Tells wrong arguments before a long build, where node is there to read them: without a built page the program gets no
-# further than its arguments.
-refuse_wrong_use() {
-    local tool=$1 site=$2 told status=0
-    shift 2
-    told=$(node "$tool" --site "$site" "$@" 2>&1 >/dev/null) || status=$?
-    if ((status == 2)); then
-        say "$told"
-        exit 2
+# The program's own words; where node is missing, these of ./run name the options, too.
+viewer_tool_help() {
+    if command -v node >/dev/null; then
+        node "$1" --help
+    else
+        usage
     fi
 }

@@ -1,6 +1,5 @@
 // The page in a browser without a window.
 import { existsSync } from 'node:fs';
-import { chromium } from 'playwright-core';
 
 export const executable = process.env.CHROMIUM ?? '/usr/bin/chromium';
 
@@ -19,6 +18,8 @@ export async function startBrowser() {
     if (!existsSync(executable)) {
         throw new Error(`${executable} is not there: install chromium, or name it in the variable CHROMIUM`);
     }
+    // Not before it is needed: arguments are checked where npm's packages are not installed yet.
+    const { chromium } = await import('playwright-core');
     return chromium.launch({ executablePath: executable, args: flags });
 }
 
@@ -39,12 +40,11 @@ export async function waitUntilReady(page, address) {
     await Promise.race([ready, failed]);
 }
 
-/** The messages that the page lists: about its address, about the documents, and what it left out on purpose. */
+/** The messages that the page lists: what is wrong with its address and the documents, and what it left out on purpose. */
 export async function messagesOf(page) {
     const texts = (list) => page.locator(`#${list} li`).allTextContents();
     return {
-        addressProblems: await texts('address-problems'),
-        problems: await texts('problems'),
+        problems: [...(await texts('address-problems')), ...(await texts('problems'))],
         leftOuts: await texts('left-outs'),
     };
 }

@@ -1,5 +1,5 @@
 // What the commands have in common: reading arguments, telling how they are used, and giving up in time.
-import { existsSync } from 'node:fs';
+import { accessSync, constants, existsSync, statSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { parseArgs } from 'node:util';
 
@@ -53,6 +53,59 @@ export function readScale(text) {
         throw new WrongUse(`--scale ${text}: a number from 0.5 to 4 is needed`);
     }
     return scale;
+}
+
+export function checkReadable(file) {
+    try {
+        accessSync(file, constants.R_OK);
+    } catch (error) {
+        throw new Error(`${file}: cannot be read (${error.code})`);
+    }
+}
+
+const cannotBeWritten = (file, reason) => new Error(`${file}: cannot be written (${reason})`);
+
+/** Refuses a file that could not be written, and leaves it as it is. */
+export function checkWritable(file) {
+    let found;
+    try {
+        found = statSync(file, { throwIfNoEntry: false });
+        // A new file is made in its folder; the slash says that it must be one.
+        accessSync(found ? file : `${path.dirname(file)}/`, constants.W_OK);
+    } catch (error) {
+        throw cannotBeWritten(file, error.code);
+    }
+    if (found?.isDirectory()) {
+        throw cannotBeWritten(file, 'EISDIR');
+    }
+}
+
+export function writeOutput(file, content) {
+    try {
+        writeFileSync(file, content);
+    } catch (error) {
+        throw cannotBeWritten(file, error.code);
+    }
+}
+
+/** A line on a terminal that says how long something takes; nothing elsewhere. Answers how to take it away. */
+export function showProgress(text) {
+    if (!process.stderr.isTTY) {
+        return () => {};
+    }
+    const start = Date.now();
+    const show = () => process.stderr.write(`\r${printable(text)}… ${Math.round((Date.now() - start) / 1000)} s`);
+    show();
+    const timer = setInterval(show, 500);
+    const hide = () => {
+        clearInterval(timer);
+        process.stderr.write('\r\u001b[K');
+    };
+    process.once('SIGINT', () => {
+        hide();
+        process.exit(130);
+    });
+    return hide;
 }
 
 /** The folder of the built page. */

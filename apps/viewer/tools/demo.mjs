@@ -1,10 +1,9 @@
 // Serves the viewer page until interrupted, or writes a picture of it.
 import { spawn } from 'node:child_process';
 import { once } from 'node:events';
-import { writeFileSync } from 'node:fs';
 import { messagesOf, openPage, startBrowser, waitUntilReady } from './browser.mjs';
 import {
-    checkSite, giveUpAfter, printable, readArguments, readScale, readSize, run, WrongUse,
+    checkSite, checkWritable, giveUpAfter, printable, readArguments, readScale, readSize, run, WrongUse, writeOutput,
 } from './command-line.mjs';
 import { serve } from './serve.mjs';
 
@@ -20,6 +19,7 @@ interrupted.
   --size WIDTHxHEIGHT  of the picture in points; 1280x800 by default
   --scale N            pixels a point of the picture, 0.5 to 4; 1 by default
   --site FOLDER        the built page; build/web/site by default
+  --check              only check the arguments
   -h, --help           print this text
 
 Exit codes: 0 done; 1 failed; 2 wrong use.
@@ -31,6 +31,7 @@ const options = {
     size: { type: 'string', default: '1280x800' },
     scale: { type: 'string', default: '1' },
     site: { type: 'string', default: 'build/web/site' },
+    check: { type: 'boolean' },
 };
 
 function readPort(text) {
@@ -47,7 +48,7 @@ async function writeScreenshot(address, file, form) {
         await waitUntilReady(page, address);
         const { problems } = await messagesOf(page);
         problems.forEach((text) => process.stderr.write(`${printable(text)}\n`));
-        writeFileSync(file, await page.screenshot());
+        writeOutput(file, await page.screenshot());
         return problems.length > 0 ? 1 : 0;
     } finally {
         await browser.close();
@@ -71,6 +72,12 @@ await run(usage, async () => {
     }
     const form = { ...readSize(values.size), scale: readScale(values.scale) };
     const port = readPort(values.port);
+    if (values.screenshot !== undefined) {
+        checkWritable(values.screenshot);
+    }
+    if (values.check) {
+        return 0;
+    }
     const server = await serve(checkSite(values.site), {}, values.screenshot ? 0 : port);
     const patience = giveUpAfter(longestSeconds, `the page was not ready within ${longestSeconds} s; given up`);
     try {

@@ -1,9 +1,10 @@
 // Draws a GeoJSON file on the map and writes the picture.
-import { accessSync, constants, writeFileSync } from 'node:fs';
 import path from 'node:path';
 import { messagesOf, openPage, startBrowser, waitUntilReady } from './browser.mjs';
+import { checkCamera } from './camera.mjs';
 import {
-    checkSite, giveUpAfter, printable, readArguments, readScale, readSize, run, WrongUse,
+    checkReadable, checkSite, checkWritable, giveUpAfter, printable, readArguments, readScale, readSize, run,
+    showProgress, WrongUse, writeOutput,
 } from './command-line.mjs';
 import { serve } from './serve.mjs';
 
@@ -22,6 +23,7 @@ Draws a GeoJSON file on the map, without panel and ornaments, and writes the pic
   --size WIDTHxHEIGHT     in points; 800x600 by default
   --scale N               pixels a point, 0.5 to 4; 1 by default
   --site FOLDER           the built page; build/web/site by default
+  --check                 only check the arguments
   -h, --help              print this text
 
 Exit codes: 0 done; 1 some input was bad (each fault is told with file, feature counted from 0, and reason; what is good
@@ -37,20 +39,16 @@ const options = {
     size: { type: 'string', default: '800x600' },
     scale: { type: 'string', default: '1' },
     site: { type: 'string', default: 'build/web/site' },
+    check: { type: 'boolean' },
 };
 
-function checkReadable(file) {
-    try {
-        accessSync(file, constants.R_OK);
-    } catch (error) {
-        throw new Error(`${file}: cannot be read (${error.code})`);
-    }
-}
+const isAddress = (style) => /^https?:/.test(style);
 
-/** The page's query, and the folders that the server has to mount for it. */
+/** The page's query, the folders that the server has to mount for it, and the files by the addresses they get. */
 function pageRequest({ input, camera, cluster, fit, style }) {
     const query = new URLSearchParams({ snapshot: '1', data: `snapshot-input/${encodeURIComponent(path.basename(input))}` });
     const mounts = { '/snapshot-input/': path.dirname(input) };
+    const files = new Map();
     if (camera !== undefined) {
         query.set('camera', camera);
     }
@@ -60,41 +58,29 @@ function pageRequest({ input, camera, cluster, fit, style }) {
     if (fit) {
         query.set('fit', '1');
     }
-    if (style !== undefined && /^https?:/.test(style)) {
+    if (style !== undefined && isAddress(style)) {
         query.set('style', style);
     } else if (style !== undefined) {
-        checkReadable(style);
         mounts['/snapshot-style/'] = path.dirname(style);
-        query.set('style', `snapshot-style/${encodeURIComponent(path.basename(style))}`);
+        const address = `snapshot-style/${encodeURIComponent(path.basename(style))}`;
+        query.set('style', address);
+        files.set(address, style);
     }
-    return { query, mounts };
-}
-
-/** A line on a terminal that says how long it takes; nothing elsewhere. */
-function showProgress(text) {
-    if (!process.stderr.isTTY) {
-        return () => {};
-    }
-    const start = Date.now();
-    const show = () => process.stderr.write(`\r${printable(text)}… ${Math.round((Date.now() - start) / 1000)} s`);
-    show();
-    const timer = setInterval(show, 500);
-    return () => {
-        clearInterval(timer);
-        process.stderr.write('\r\u001b[K');
-    };
+    return { query, mounts, files };
 }
 
 async function draw(values) {
-    const { query, mounts } = pageRequest(values);
+    const { query, mounts, files } = pageRequest(values);
     const server = await serve(values.site, mounts);
     let browser;
     try {
         browser = await startBrowser();
         const page = await openPage(browser, values);
         await waitUntilReady(page, `${server.address}?${query}`);
-        const messages = await messagesOf(page);
-        return { messages, picture: messages.addressProblems.length > 0 ? undefined : await page.screenshot() };
+        const { problems, leftOuts } = await messagesOf(page);
+        const named = (text) => [...files].reduce(
+            (said, [address, file]) => said.replaceAll(address, () => file), text.replaceAll(server.address, ''));
+        return { problems: problems.map(named), leftOuts, picture: await page.screenshot() };
     } finally {
         await browser?.close();
         await server.close();
@@ -102,15 +88,29 @@ async function draw(values) {
 }
 
 /** Tells the messages, writes the picture, and answers the exit code. */
-function finish({ messages, picture }, output) {
-    if (messages.addressProblems.length > 0) {
-        throw new WrongUse(`--${messages.addressProblems.join('; ')}`);
-    }
-    for (const text of [...messages.problems, ...messages.leftOuts]) {
+function finish({ problems, leftOuts, picture }, output) {
+    for (const text of [...problems, ...leftOuts]) {
         process.stderr.write(`${printable(text)}\n`);
     }
-    writeFileSync(output, picture);
-    return messages.problems.length > 0 ? 1 : 0;
+    writeOutput(output, picture);
+    return problems.length > 0 ? 1 : 0;
+}
+
+/** The arguments as `draw` takes them; all that can be wrong with them is said here, before anything is drawn. */
+function readRequest({ positionals: [input], ...values }) {
+    if (!values.output) {
+        throw new WrongUse('-o OUT.png is needed');
+    }
+    const request = { ...values, ...readSize(values.size), scale: readScale(values.scale), input };
+    if (values.camera !== undefined) {
+        checkCamera(values.camera);
+    }
+    checkReadable(input);
+    if (values.style !== undefined && !isAddress(values.style)) {
+        checkReadable(values.style);
+    }
+    checkWritable(values.output);
+    return request;
 }
 
 await run(usage, async () => {
@@ -119,16 +119,14 @@ await run(usage, async () => {
         process.stdout.write(usage);
         return 0;
     }
-    if (!values.output) {
-        throw new WrongUse('-o OUT.png is needed');
+    const request = readRequest(values);
+    if (values.check) {
+        return 0;
     }
-    const [input] = values.positionals;
-    const request = { ...values, ...readSize(values.size), scale: readScale(values.scale), input };
-    checkReadable(input);
     checkSite(values.site);
 
-    const patience = giveUpAfter(longestSeconds, `${input}: not drawn within ${longestSeconds} s; given up`);
-    const hideProgress = showProgress(`Drawing ${input}`);
+    const patience = giveUpAfter(longestSeconds, `${request.input}: not drawn within ${longestSeconds} s; given up`);
+    const hideProgress = showProgress(`Drawing ${request.input}`);
     try {
         return finish(await Promise.race([draw(request), patience.promise]), values.output);
     } finally {

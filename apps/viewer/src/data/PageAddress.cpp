@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "CameraNumbers.h"
 #include "data/Text.h"
 
 namespace pelta::viewer {
@@ -36,21 +37,6 @@ std::string decimal(double value, int decimals) {
     return result == "-0" ? "0" : result;
 }
 
-struct CameraNumber {
-    std::string_view name;
-    double minimum;
-    double maximum;
-};
-
-constexpr std::array<CameraNumber, 5> cameraNumbers{{
-    {"latitude", -90, 90},
-    {"longitude", -180, 180},
-    {"zoom", 0, 24},
-    {"tilt", 0, 60},
-    {"bearing", -360, 360},
-}};
-constexpr std::size_t neededCameraNumbers = 3;
-
 std::optional<CameraRequest> parseCamera(const std::string& text, std::vector<std::string>& problems) {
     const std::string start = "camera " + inQuotes(text) + ": ";
     std::array<double, cameraNumbers.size()> values{};
@@ -69,7 +55,7 @@ std::optional<CameraRequest> parseCamera(const std::string& text, std::vector<st
         values[count] = *value;
     }
     if (hasMore || count < neededCameraNumbers) {
-        problems.push_back(start + "LAT,LNG,ZOOM[,TILT[,BEARING]] is needed");
+        problems.push_back(start + std::string(cameraForm) + " is needed");
         return std::nullopt;
     }
     return CameraRequest{{values[0], values[1]}, values[2], values[3], values[4]};
@@ -131,7 +117,7 @@ std::string sharedQuery(std::string_view query, const CameraRequest& camera, boo
         const std::string_view part = takeUntil(query, '&');
         const std::string name = decoded(part.substr(0, part.find('=')));
         if (!part.empty() && name != "camera" && name != "fit" && name != "cluster") {
-            shared += "&" + std::string(part);
+            shared.append("&").append(part);
         }
     }
     return shared;
