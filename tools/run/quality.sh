@@ -44,7 +44,7 @@ run_lint() {
 }
 
 write_headers() {
-    in_root cmake --build --preset release --target viewer_data_cities &&
+    in_root cmake --build --preset release --target viewer_map_cities &&
         in_root cmake --build --preset web --target pelta_web_layer_spec
 }
 
