@@ -71,16 +71,6 @@ ExitCode run(const std::vector<std::string_view>& words) {
 
 }  // namespace
 
-namespace pelta::command {
-
-ExitCode misuse(std::string_view command, std::string_view problem) {
-    const std::string name = command.empty() ? "pelta" : "pelta " + std::string(command);
-    print(name + ": " + std::string(problem) + "\nTry '" + name + " --help'.\n", stderr);
-    return ExitCode::misused;
-}
-
-}  // namespace pelta::command
-
 int main(int count, char** words) {
     return static_cast<int>(run({words + std::min(count, 1), words + count}));
 }

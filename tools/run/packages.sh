@@ -7,13 +7,14 @@ readonly NATIVE_PACKAGES=("${BUILD_PACKAGES[@]}" pkg-config libcairo2-dev libpan
 readonly WEB_PACKAGES=("${BUILD_PACKAGES[@]}" emscripten node-acorn)
 readonly BROWSER_PACKAGES=(chromium fonts-noto-core fonts-noto-cjk)
 readonly BENCH_PACKAGES=(libbenchmark-dev proj-bin)
+readonly FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 readonly FORMAT_PACKAGES=(clang-format)
 readonly LINT_PACKAGES=(clang-tidy)
 readonly DOCS_PACKAGES=(doxygen)
 
 # Packages that may just as well come from elsewhere: having the program is enough.
 declare -rA PROGRAM_OF=([cmake]=cmake [ninja-build]=ninja [g++]=g++ [pkg-config]=pkg-config [nodejs]=node [npm]=npm
-    [librsvg2-bin]=rsvg-convert [emscripten]=em++ [chromium]=chromium [clang-format]=clang-format
+    [librsvg2-bin]=rsvg-convert [emscripten]=em++ [chromium]=chromium [clang-format]=clang-format [clang]=clang++
     [clang-tidy]=clang-tidy [doxygen]=doxygen)
 
 is_installed() {

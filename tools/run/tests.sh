@@ -2,12 +2,21 @@
 # Tests and benchmarks.
 
 run_test() {
-    local kinds=("$@") kind needed=()
+    local kinds=() kind needed=() fuzz_seconds=60
+    while (($# > 0)); do
+        kinds+=("$1")
+        if [[ $1 == fuzz && ${2:-} =~ ^[1-9][0-9]*$ ]]; then
+            fuzz_seconds=$2
+            shift
+        fi
+        shift
+    done
     ((${#kinds[@]} > 0)) || kinds=(sanitize browser)
     for kind in "${kinds[@]}"; do
         case $kind in
         native | sanitize) needed+=("${NATIVE_PACKAGES[@]}") ;;
         installed) needed+=("${NATIVE_PACKAGES[@]}" "${BENCH_PACKAGES[@]}") ;;
+        fuzz) needed+=("${NATIVE_PACKAGES[@]}" "${FUZZ_PACKAGES[@]}") ;;
         browser) needed+=("${WEB_PACKAGES[@]}" "${BROWSER_PACKAGES[@]}") ;;
         *) misuse "test: there is no kind '$kind'" ;;
         esac
@@ -35,6 +44,15 @@ test_installed() {
     build_native release
     say "==> Installing the release build, running what is installed, building the examples against it"
     in_root ctest --preset release -j "$(nproc)" || fail "tests of the installed tree failed"
+}
+
+# Each fuzzer for fuzz_seconds, as many at once as there are processors.
+test_fuzz() {
+    build fuzz
+    say "==> Running the fuzzers, $fuzz_seconds s each"
+    in_root find tests/fuzz/seeds -mindepth 1 -maxdepth 1 -printf '%f\0' |
+        (cd "$root" && xargs -0 -I '{}' -P "$(nproc)" tools/run/fuzz-one.sh '{}' "$fuzz_seconds") ||
+        fail "a fuzzer has found a fault"
 }
 
 test_browser() {
