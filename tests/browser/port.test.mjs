@@ -50,8 +50,8 @@ test('addresses within a style start at the style, and a new style brings the sh
         const isData = route.request().url().endsWith('squares.json');
         const ring = [[-1, -1], [1, -1], [1, 1], [-1, 1], [-1, -1]].map(([x, y]) => [x * 60 * degree, y * 60 * degree]);
         const style = JSON.parse(plainStyle);
-        style.sources.squares = { type: 'geojson', data: 'squares.json' };
-        style.layers.push({ id: 'squares', type: 'fill', source: 'squares', paint: { 'fill-color': 'rgb(0,255,0)' } });
+        style.sources['pel-shapes'] = { type: 'geojson', data: 'squares.json' };
+        style.layers.push({ id: 'squares', type: 'fill', source: 'pel-shapes', paint: { 'fill-color': 'rgb(0,255,0)' } });
         route.fulfill({ json: isData ? { type: 'Polygon', coordinates: [ring] } : style });
     });
     await stage.openMap();
@@ -61,7 +61,7 @@ test('addresses within a style start at the style, and a new style brings the sh
     await stage.until('styles', styles + 1);
     await stage.act([['look', 0, 0, 0, 10.1, 0, 0]]);
     let picture = await stage.picture('relative-address');
-    assert.ok(isNear(picture.at(160, 150), green), 'data of the style');
+    assert.ok(isNear(picture.at(160, 150), green), 'data of the style, in a source named as that of the shapes');
     assert.ok(isNear(picture.at(200, 150), blue), 'the marker above it');
     await stage.act([['setStyle', 0, styleOf([250, 240, 200])]]);
     picture = await stage.picture('next-style');

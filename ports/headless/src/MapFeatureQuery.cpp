@@ -141,7 +141,7 @@ bool MapFeatureQuery::isTrueInSomeCopy(const MapBox& box, double margin, Test te
     const double reach = std::min(margin, neighbouringCopies);
     const double first = std::ceil(groundBox_.minX - reach - std::min(box.maxX, eastEnd));
     const double last = std::floor(groundBox_.maxX + reach - std::max(box.minX, westEnd));
-    const int count = static_cast<int>(std::min(last - first, mostCopies));
+    const int count = static_cast<int>(std::clamp(last - first, -1.0, mostCopies));
     for (int copy = 0; copy <= count; ++copy) {
         if (test(first + copy)) {
             return true;

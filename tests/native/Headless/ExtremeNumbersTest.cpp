@@ -86,8 +86,7 @@ TEST_F(ExtremeNumbersTest, SnapshotsAreTaken) {
         const char* name;
         double radius, scale;
     };
-    for (const Case& c : {Case{"halo", 1e30, 1}, Case{"larger halo", 1e308, 1}, Case{"dot", 50, 1e30},
-                          Case{"larger dot", 50, 1e200}}) {
+    for (const Case& c : {Case{"halo", 1e30, 1}, Case{"dot", 50, 1e200}}) {
         SCOPED_TRACE(c.name);
         map->locationIcon()->setCircleRadius(c.radius);
         map->locationIcon()->setScale(c.scale);
