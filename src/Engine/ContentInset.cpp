@@ -11,18 +11,23 @@ namespace {
 
 constexpr double duration = 0.3;  // seconds
 
-bool leavesArea(const UIEdgeInsets& inset, CGSize size) {
-    return std::isfinite(inset.top + inset.left + inset.bottom + inset.right) &&
-           (size.width <= 0 || inset.left + inset.right < size.width) &&
-           (size.height <= 0 || inset.top + inset.bottom < size.height);
-}
-
 UIEdgeInsets between(const UIEdgeInsets& a, const UIEdgeInsets& b, double progress) {
     return {std::lerp(a.top, b.top, progress), std::lerp(a.left, b.left, progress),
             std::lerp(a.bottom, b.bottom, progress), std::lerp(a.right, b.right, progress)};
 }
 
 }  // namespace
+
+UIEdgeInsets insetLeavingArea(const UIEdgeInsets& inset, CGSize viewSize) noexcept {
+    const bool leavesArea =
+        inset.left + inset.right < viewSize.width && inset.top + inset.bottom < viewSize.height;
+    return leavesArea ? inset : UIEdgeInsets{};
+}
+
+void ContentInset::open(MapRenderer& renderer, CGSize viewSize) {
+    renderer_ = &renderer;
+    viewSize_ = viewSize;
+}
 
 void ContentInset::close() {
     renderer_ = nullptr;
@@ -32,19 +37,30 @@ void ContentInset::close() {
     transition_.reset();
 }
 
-void ContentInset::set(const UIEdgeInsets& inset, CGSize viewSize, bool animated, Completion completion) {
+void ContentInset::set(const UIEdgeInsets& inset, bool animated, Completion completion) {
     endTransition();
-    if (renderer_ != nullptr && leavesArea(inset, viewSize)) {
+    if (renderer_ != nullptr && std::isfinite(inset.top + inset.left + inset.bottom + inset.right)) {
         value_ = inset;
-        if (animated && shown_ != inset) {
+        if (animated && shown_ != effective()) {
             transition_ = Transition{shown_, PlatformPort::current().now(), std::move(completion)};
             requestFrame_();
             return;
         }
-        show(inset);
+        show(effective());
     }
     if (completion) {
         completion();
+    }
+}
+
+void ContentInset::setViewSize(CGSize viewSize) {
+    viewSize_ = viewSize;
+    if (transition_) {
+        // What lies between two insets that leave an area does so too.
+        transition_->start = insetLeavingArea(transition_->start, viewSize);
+        show(insetLeavingArea(shown_, viewSize));
+    } else {
+        show(effective());
     }
 }
 
@@ -61,7 +77,7 @@ void ContentInset::advanceTo(double now) {
         return;
     }
     const double time = (now - transition_->startTime) / duration;
-    show(between(transition_->start, value_, CAMediaTimingFunction::easeInEaseOut().progressAt(time)));
+    show(between(transition_->start, effective(), CAMediaTimingFunction::easeInEaseOut().progressAt(time)));
     if (time >= 1) {
         endTransition();
     } else {

@@ -147,6 +147,16 @@ void MLNMapView::setZoomLevel(double zoomLevel, bool animated) {
                             programmatic);
 }
 
+void MLNMapView::zoomBy(double levels) {
+    const auto core = this->core();
+    auto& camera = core->camera();
+    auto wanted = camera.constrain(camera.destination());
+    wanted.zoom = finiteOr(wanted.zoom + levels, wanted.zoom);
+    if (camera.constrain(wanted) != camera.destination()) {
+        camera.easeTo(wanted, animationDuration, CAMediaTimingFunction::easeInEaseOut(), programmatic);
+    }
+}
+
 double MLNMapView::direction() const {
     return core_->camera().state().bearing;
 }
@@ -205,6 +215,10 @@ void MLNMapView::setMaximumScreenBounds(const MLNCoordinateBounds& bounds) {
 
 UIEdgeInsets MLNMapView::contentInset() const {
     return core_->contentInset().value();
+}
+
+UIEdgeInsets MLNMapView::effectiveContentInset() const {
+    return insetLeavingArea(contentInset(), bounds().size);
 }
 
 void MLNMapView::setContentInset(UIEdgeInsets inset) {

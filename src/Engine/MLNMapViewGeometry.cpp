@@ -5,6 +5,7 @@
 
 #include "Engine/CameraFitting.h"
 #include "Engine/MapViewCore.h"
+#include "Engine/Mercator.h"
 
 namespace pelta {
 namespace {
@@ -30,19 +31,27 @@ std::array<CGPoint, 4> cornersOf(const CGRect& rect) {
 
 CLLocationCoordinate2D MLNMapView::convertPoint(CGPoint point, const UIView* toCoordinateFromView) const {
     const auto& renderer = core_->renderer();
-    return renderer.coordinateForPoint(convert(point, toCoordinateFromView, this));
+    auto coordinate = renderer.coordinateForPoint(convert(point, toCoordinateFromView, this));
+    coordinate.longitude = mercator::wrapLongitude(coordinate.longitude);
+    return coordinate;
 }
 
 CGPoint MLNMapView::convertCoordinate(CLLocationCoordinate2D coordinate, const UIView* toPointToView) const {
-    return convert(core_->renderer().pointForCoordinate(coordinate), this, toPointToView);
+    const auto& renderer = core_->renderer();
+    coordinate.longitude = mercator::nearestLongitude(coordinate.longitude, centerCoordinate().longitude);
+    return convert(renderer.pointForCoordinate(coordinate), this, toPointToView);
 }
 
 MLNCoordinateBounds MLNMapView::convertRect(CGRect rect, const UIView* toCoordinateBoundsFromView) const {
+    const auto& renderer = core_->renderer();
+    const auto coordinateAt = [&](CGPoint corner) {
+        return renderer.coordinateForPoint(convert(corner, toCoordinateBoundsFromView, this));
+    };
     const auto corners = cornersOf(rect);
-    const auto first = convertPoint(corners[0], toCoordinateBoundsFromView);
+    const auto first = coordinateAt(corners[0]);
     MLNCoordinateBounds bounds{first, first};
     for (const auto& corner : corners) {
-        const auto coordinate = convertPoint(corner, toCoordinateBoundsFromView);
+        const auto coordinate = coordinateAt(corner);
         bounds.sw = {std::min(bounds.sw.latitude, coordinate.latitude),
                      std::min(bounds.sw.longitude, coordinate.longitude)};
         bounds.ne = {std::max(bounds.ne.latitude, coordinate.latitude),
@@ -53,12 +62,17 @@ MLNCoordinateBounds MLNMapView::convertRect(CGRect rect, const UIView* toCoordin
 
 CGRect MLNMapView::convertCoordinateBounds(const MLNCoordinateBounds& bounds,
                                            const UIView* toRectToView) const {
-    CGPoint low = convertCoordinate(bounds.sw, toRectToView);
+    const auto& renderer = core_->renderer();
+    const double middle = (bounds.sw.longitude + bounds.ne.longitude) / 2;
+    const double turns = mercator::nearestLongitude(middle, centerCoordinate().longitude) - middle;
+    const auto pointAt = [&](double latitude, double longitude) {
+        return convert(renderer.pointForCoordinate({latitude, longitude + turns}), this, toRectToView);
+    };
+    CGPoint low = pointAt(bounds.sw.latitude, bounds.sw.longitude);
     CGPoint high = low;
-    const std::array<CLLocationCoordinate2D, 3> otherCorners{
-        {bounds.ne, {bounds.sw.latitude, bounds.ne.longitude}, {bounds.ne.latitude, bounds.sw.longitude}}};
-    for (const auto& corner : otherCorners) {
-        const auto point = convertCoordinate(corner, toRectToView);
+    for (const auto& point :
+         {pointAt(bounds.sw.latitude, bounds.ne.longitude), pointAt(bounds.ne.latitude, bounds.sw.longitude),
+          pointAt(bounds.ne.latitude, bounds.ne.longitude)}) {
         low = {std::min(low.x, point.x), std::min(low.y, point.y)};
         high = {std::max(high.x, point.x), std::max(high.y, point.y)};
     }
@@ -79,8 +93,8 @@ MLNMapCamera MLNMapView::cameraThatFitsCoordinateBounds(const MLNCoordinateBound
     core_->layout();
     const auto& controller = core_->camera();
     const auto size = controller.viewSize();
-    const auto fitted =
-        cameraFitting(bounds, {size, contentInset(), edgePadding}, controller.state(), controller.limits());
+    const auto fitted = cameraFitting(bounds, {size, effectiveContentInset(), edgePadding},
+                                      controller.state(), controller.limits());
     return {fitted.center, MLNAltitudeForZoomLevel(fitted.zoom, fitted.pitch, fitted.center.latitude, size),
             fitted.pitch, fitted.bearing};
 }

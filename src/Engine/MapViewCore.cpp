@@ -73,7 +73,7 @@ void MLNMapView::Core::open() {
     surfaceScale_ = UIScreen::scale();
     renderer_ = EnginePort::current().makeMapRenderer(*this, *view, surfaceSize_, surfaceScale_);
     renderer_->setGestures(gestures_);
-    contentInset_.open(*renderer_);
+    contentInset_.open(*renderer_, surfaceSize_);
     camera_.setViewSize(surfaceSize_);
     camera_.open(*renderer_);
     addTapZoom(*view, [weak = weak_from_this()](double change, CGPoint fixed) {
@@ -130,14 +130,16 @@ void MLNMapView::Core::updateSurface() {
         surfaceSize_ = size;
         surfaceScale_ = scale;
         renderer_->setSize(size, scale);
+        contentInset_.setViewSize(size);
+        ornaments_.setContentInset(contentInset_.effective());
         camera_.setViewSize(size);
     }
 }
 
 void MLNMapView::Core::setContentInset(const UIEdgeInsets& inset, bool animated, Completion completion) {
     layout();
-    contentInset_.set(inset, surfaceSize_, animated, std::move(completion));
-    ornaments_.setContentInset(contentInset_.value());
+    contentInset_.set(inset, animated, std::move(completion));
+    ornaments_.setContentInset(contentInset_.effective());
 }
 
 void MLNMapView::Core::setShowsUserLocation(bool shows) {

@@ -37,6 +37,11 @@ double wrapLongitude(double longitude) noexcept {
     return longitude >= -180 && longitude < 180 ? longitude : wrap(longitude, -180);
 }
 
+double nearestLongitude(double longitude, double other) noexcept {
+    const double distance = longitude - other;
+    return std::abs(distance) <= 180 ? longitude : other + std::remainder(distance, 360.0);
+}
+
 double normalizeBearing(double bearing) noexcept {
     return bearing >= 0 && bearing < 360 ? bearing : wrap(bearing, 0);
 }

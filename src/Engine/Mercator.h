@@ -27,6 +27,8 @@ struct Position {
 
 /// The same longitude within -180 ≤ longitude < 180.
 [[nodiscard]] double wrapLongitude(double longitude) noexcept;
+/// The same longitude on the turn around the world on which it is within 180 degrees of another.
+[[nodiscard]] double nearestLongitude(double longitude, double other) noexcept;
 /// The same direction within 0 ≤ bearing < 360.
 [[nodiscard]] double normalizeBearing(double bearing) noexcept;
 

@@ -1,21 +1,12 @@
 #include "Engine/UserLocationAnnotation.h"
 
-#include <cmath>
 #include <utility>
 
 #include <pelta/Engine/MLNMapView.h>
 
+#include "Engine/Mercator.h"
+
 namespace pelta {
-namespace {
-
-/// Of the places around the world that the coordinate has, the one nearest to the camera.
-CLLocationCoordinate2D nearestCopy(CLLocationCoordinate2D coordinate, const CameraState& camera) {
-    coordinate.longitude += 360 * std::round((camera.center.longitude - coordinate.longitude) / 360);
-    return coordinate;
-}
-
-}  // namespace
-
 void UserLocationAnnotation::open() {
     const auto mapView = events_.view();
     const auto tap =
@@ -75,7 +66,9 @@ void UserLocationAnnotation::showCamera(const CameraState& camera, const MapRend
         return;
     }
     mapView->insertSubview(view, 0);
-    const CGPoint place = renderer.pointForCoordinate(nearestCopy(location->location()->coordinate, camera));
+    auto coordinate = location->location()->coordinate;
+    coordinate.longitude = mercator::nearestLongitude(coordinate.longitude, camera.center.longitude);
+    const CGPoint place = renderer.pointForCoordinate(coordinate);
     view->setCenter(place);
     if (std::exchange(needsUpdate_, false) || shownCamera_ != camera) {
         shownCamera_ = camera;

@@ -46,12 +46,10 @@ void UserTracking::setShowsHeading(bool shows) {
 }
 
 void UserTracking::setMode(MLNUserTrackingMode mode, bool animated) {
-    if (mode == mode_) {
-        return;
+    if (std::exchange(mode_, mode) != mode) {
+        events_.tell(
+            [&](auto& delegate, auto& view) { delegate.didChangeUserTrackingMode(view, mode, animated); });
     }
-    mode_ = mode;
-    events_.tell(
-        [&](auto& delegate, auto& view) { delegate.didChangeUserTrackingMode(view, mode, animated); });
     follow();
 }
 

@@ -25,6 +25,7 @@ class UserTracking final : public LocationObserver {
     void setShowsHeading(bool shows);
     [[nodiscard]] bool showsHeading() const noexcept { return showsHeading_; }
 
+    /// Also leads the camera back to the location when the mode is the present one.
     void setMode(MLNUserTrackingMode mode, bool animated);
     [[nodiscard]] MLNUserTrackingMode mode() const noexcept { return mode_; }
     /// Null while not shown or not yet known.

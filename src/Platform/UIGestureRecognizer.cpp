@@ -2,6 +2,7 @@
 #include <utility>
 
 #include <pelta/Platform/Dispatch.h>
+#include <pelta/Platform/PlatformPort.h>
 #include <pelta/Platform/UIGestureRecognizer.h>
 #include <pelta/Platform/UIView.h>
 
@@ -99,22 +100,31 @@ void UIGestureRecognizer::trackTouch(const UITouch& touch) {
     } else if (isOver(touch.phase)) {
         --touchesDown_;
     }
-    if (pendingState_ == State::began && touchesDown_ == 0) {
-        fail();  // The gesture is over before it was allowed to begin.
-    } else if (pendingState_ == State::possible && (state_ == State::possible || isUnderWay())) {
+    if (pendingState_ == State::possible && (state_ == State::possible || isUnderWay())) {
         location_ = touch.location;
         touchDidChange(touch);
+    }
+    if (pendingState_ == State::began && touchesDown_ == 0) {
+        fail();  // The gesture is over before it was allowed to begin.
     }
     settle();
 }
 
 void UIGestureRecognizer::afterDelay(double delay, std::function<void()> work) {
-    MainQueue::asyncAfter(delay, [weak = weak_from_this(), generation = generation_, work = std::move(work)] {
+    const auto waiting = [weak = weak_from_this(), generation = generation_] {
         const auto self = weak.lock();
-        if (self && self->generation_ == generation) {
-            work();
-            self->settle();
+        return self && self->generation_ == generation ? self : nullptr;
+    };
+    MainQueue::asyncAfter(delay, [waiting, work = std::move(work)] {
+        if (!waiting()) {
+            return;
         }
+        PlatformPort::current().afterWaitingTouches([waiting, work] {
+            if (const auto self = waiting()) {
+                work();
+                self->settle();
+            }
+        });
     });
 }
 

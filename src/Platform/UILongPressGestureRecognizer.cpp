@@ -9,7 +9,6 @@ namespace pelta {
 namespace {
 
 constexpr double pressSlack = 10;  // Points a finger may move before the press is recognised.
-constexpr double lateGrace = 0.1;  // Seconds in which what came after a late touch is heard, too.
 
 }  // namespace
 
@@ -18,20 +17,19 @@ void UILongPressGestureRecognizer::setMinimumPressDuration(double seconds) noexc
 }
 
 void UILongPressGestureRecognizer::touchDidChange(const UITouch& touch) {
-    const bool hasBegun = state() != UIGestureRecognizerState::possible;
     switch (touch.phase) {
         case UITouchPhase::began:
             fingerDidPress(touch);
             break;
         case UITouchPhase::moved:
-            if (hasBegun) {
+            if (state() != UIGestureRecognizerState::possible) {
                 transitionTo(UIGestureRecognizerState::changed);
-            } else if (std::hypot(touch.location.x - start_.x, touch.location.y - start_.y) > pressSlack) {
+            } else if (!hasStayed(touch)) {
                 transitionTo(UIGestureRecognizerState::failed);
             }
             break;
         case UITouchPhase::ended:
-            transitionTo(hasBegun ? UIGestureRecognizerState::ended : UIGestureRecognizerState::failed);
+            fingerDidLift(touch);
             break;
         case UITouchPhase::cancelled:
             transitionTo(UIGestureRecognizerState::cancelled);
@@ -45,11 +43,21 @@ void UILongPressGestureRecognizer::fingerDidPress(const UITouch& touch) {
         return;
     }
     start_ = touch.location;
+    startTime_ = touch.timestamp;
     const double elapsed = std::max(PlatformPort::current().now() - touch.timestamp, 0.0);
-    // A touch is told late when the thread was busy; whether it has moved meanwhile is told after it.
-    const double least = elapsed > 0 ? std::min(duration_, lateGrace) : 0;
-    afterDelay(std::max(duration_ - elapsed, least),
-               [this] { transitionTo(UIGestureRecognizerState::began); });
+    afterDelay(std::max(duration_ - elapsed, 0.0), [this] { transitionTo(UIGestureRecognizerState::began); });
+}
+
+void UILongPressGestureRecognizer::fingerDidLift(const UITouch& touch) {
+    if (hasStayed(touch) && touch.timestamp - startTime_ >= duration_) {
+        transitionTo(UIGestureRecognizerState::began);  // Told before the delay that it has outlasted.
+    }
+    const bool hasBegun = state() != UIGestureRecognizerState::possible;
+    transitionTo(hasBegun ? UIGestureRecognizerState::ended : UIGestureRecognizerState::failed);
+}
+
+bool UILongPressGestureRecognizer::hasStayed(const UITouch& touch) const {
+    return std::hypot(touch.location.x - start_.x, touch.location.y - start_.y) <= pressSlack;
 }
 
 }  // namespace pelta

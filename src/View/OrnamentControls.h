@@ -21,6 +21,7 @@ struct OrnamentControl {
 struct OrnamentControls {
     OrnamentControl zoom{nullptr, {}, PgmPosition::centerRight, {8, 0}};
     OrnamentControl location;
+    UIEdgeInsets inset;  ///< That had effect when they were placed.
 };
 
 /// The control with a button to zoom in, a divider and a button to zoom out. The actions must not own it.

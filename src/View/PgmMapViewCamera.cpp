@@ -47,19 +47,19 @@ void PgmMapView::setCameraPosition(const std::shared_ptr<PgmCameraPosition>& pos
 
 void PgmMapView::moveCamera(const std::shared_ptr<PgmCameraUpdate>& update) {
     const auto kept = update;
-    const auto self = sharedThis();
-    if (engine_ && engine_->showsUserLocation()) {
+    const auto self = keepAlive();
+    if (kept && engine_ && engine_->showsUserLocation()) {
         engine_->setUserTrackingMode(MLNUserTrackingMode::none);
     }
     moveCamera(kept, nullptr);
 }
 
 void PgmMapView::moveCamera(const std::shared_ptr<PgmCameraUpdate>& update, Completion completion) {
-    if (!update) {
+    if (!update || !engine_) {
         return;
     }
     // Both camera events and the layout may make the application release the view.
-    const auto self = sharedThis();
+    const auto self = keepAlive();
     layoutIfNeeded();
     const auto animation = update->animation();
     const auto position = update->getCameraPosition(*this);
@@ -84,7 +84,8 @@ void PgmMapView::flyToCamera(const std::shared_ptr<PgmCameraPosition>& position,
 }
 
 std::shared_ptr<PgmProjection> PgmMapView::projection() const {
-    return std::make_shared<PgmProjection>(std::static_pointer_cast<const PgmMapView>(shared_from_this()));
+    return std::make_shared<PgmProjection>(
+        std::static_pointer_cast<const PgmMapView>(weak_from_this().lock()));
 }
 
 std::shared_ptr<PgmLatLngBounds> PgmMapView::contentBounds() const {

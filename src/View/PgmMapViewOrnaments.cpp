@@ -27,6 +27,7 @@ void PgmMapView::controllerInit() {
 }
 
 void PgmMapView::refreshOrnamentConstraints() {
+    controls_->inset = engine_ ? engine_->effectiveContentInset() : UIEdgeInsets{};
     for (OrnamentControl* control : {&controls_->zoom, &controls_->location}) {
         if (control->view) {
             updateConstraintsForOrnament(control->view, control->constraints, control->position,
@@ -38,8 +39,17 @@ void PgmMapView::refreshOrnamentConstraints() {
 void PgmMapView::updateConstraintsForOrnament(const std::shared_ptr<UIView>& ornament,
                                               std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints,
                                               PgmPosition position, CGSize size, CGPoint margins) {
-    if (ornament) {
-        placeOrnament(*this, *ornament, constraints, {position, size, margins}, contentInset());
+    if (ornament && engine_) {
+        placeOrnament(*this, *ornament, constraints, {position, size, margins},
+                      engine_->effectiveContentInset());
+    }
+}
+
+void PgmMapView::layoutSubviews() {
+    UIView::layoutSubviews();
+    // The engine's view has its new size now, which may have changed what of the inset has effect.
+    if (engine_ && engine_->effectiveContentInset() != controls_->inset) {
+        refreshOrnamentConstraints();
     }
 }
 
@@ -52,13 +62,13 @@ void PgmMapView::safeAreaInsetsDidChange() {
 
 void PgmMapView::plusAction() {
     if (const auto engine = engine_) {
-        engine->setZoomLevel(engine->zoomLevel() + 1, true);
+        engine->zoomBy(1);
     }
 }
 
 void PgmMapView::minusAction() {
     if (const auto engine = engine_) {
-        engine->setZoomLevel(engine->zoomLevel() - 1, true);
+        engine->zoomBy(-1);
     }
 }
 

@@ -68,7 +68,7 @@ void PgmMapView::setMaximumTilt(double degrees) {
 
 void PgmMapView::setContentInset(UIEdgeInsets inset) {
     settings_.contentInset = inset;
-    const auto self = sharedThis();
+    const auto self = keepAlive();
     forward(engine_, &MLNMapView::setContentInset, inset);
     refreshOrnamentConstraints();
 }
@@ -122,23 +122,24 @@ void PgmMapView::setDecelerationRate(CGFloat rate) {
 
 void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
     // The camera's events may make the application release the view.
-    const auto self = sharedThis();
+    const auto self = keepAlive();
     settings_.userTrackingMode = mode;
-    const auto engine = engine_;
     if (mode == PgmUserTrackingMode::off) {
-        forward(engine, &MLNMapView::setShowsUserLocation, false);
+        forward(engine_, &MLNMapView::setShowsUserLocation, false);
         return;
     }
     const auto tracking = engineMode(mode);
-    forward(engine, &MLNMapView::setShowsUserLocation, true);
-    forward(engine, &MLNMapView::setShowsHeading, true);
-    forward(engine, &MLNMapView::setUserTrackingMode, tracking);
-    self->locationAnnotaionView_->setupView(*self->locationIcon_);
+    if (const auto engine = engine_) {
+        engine->setShowsUserLocation(true);
+        engine->setShowsHeading(true);
+        engine->setUserTrackingMode(tracking);
+        locationAnnotaionView_->setupView(*locationIcon_);
+    }
 }
 
 void PgmMapView::applyMapOptions(const PgmMapOptions& options) {
     // Events of the first steps may make the application release the view before the last ones.
-    const auto self = sharedThis();
+    const auto self = keepAlive();
     setCameraPosition(options.camera());
     setIsScaleBarVisible(options.isScaleBarVisible());
     setIsCompassVisible(options.isCompassVisible());

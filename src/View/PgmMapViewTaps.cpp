@@ -45,7 +45,7 @@ void PgmMapView::handleSingleTap(const UIGestureRecognizer& recognizer) {
     if (recognizer.state() != UIGestureRecognizerState::ended || !engine_) {
         return;
     }
-    const auto self = sharedThis();  // Whoever is told may release the view.
+    const auto self = keepAlive();  // Whoever is told may release the view.
     const CGPoint point = recognizer.locationInView(engine_.get());
     const auto target = tapTarget(shapes_->shapes(), *engine_, point);
     if (target && offerTap(target)) {
@@ -60,7 +60,7 @@ void PgmMapView::handleLongTapGesture(const UIGestureRecognizer& recognizer) {
     if (recognizer.state() != UIGestureRecognizerState::began || !engine_) {
         return;
     }
-    const auto self = sharedThis();
+    const auto self = keepAlive();
     const CGPoint point = recognizer.locationInView(engine_.get());
     if (const auto told = delegate()) {
         told->didLongTapMapView(*this, projection()->latlng(point).value_or(CLLocationCoordinate2D{}));

@@ -62,6 +62,42 @@ test('clicks and touches are told apart', async () => {
     assert.deepEqual(stage.errors, []);
 });
 
+test('while the page is busy a drag is no long press, and a press that is held is one', async () => {
+    for (const hasTouch of [false, true]) {
+        const stage = await openListening({ hasTouch });
+        const session = await stage.page.context().newCDPSession(stage.page);
+        /** Sends one step of a finger or of the mouse without waiting until the page has heard of it. */
+        const send = (step, x) =>
+            hasTouch
+                ? session.send('Input.dispatchTouchEvent', {
+                      type: { press: 'touchStart', move: 'touchMove', lift: 'touchEnd' }[step],
+                      touchPoints: step === 'lift' ? [] : [{ x, y: 150, id: 0 }],
+                  })
+                : session.send('Input.dispatchMouseEvent', {
+                      type: { press: 'mousePressed', move: 'mouseMoved', lift: 'mouseReleased' }[step],
+                      x, y: 150, button: 'left', buttons: step === 'lift' ? 0 : 1, clickCount: 1,
+                  });
+        /** Presses, keeps the page from anything else for 0.6 s, moves meanwhile, and lifts a second later. */
+        const press = async (places) => {
+            await send('press', 150);
+            const busy = stage.page.evaluate(() => {
+                for (const end = performance.now() + 600; performance.now() < end; );
+            });
+            await stage.page.waitForTimeout(100);
+            const moves = places.map((x) => send('move', x));
+            await Promise.all([busy, ...moves]);
+            await stage.page.waitForTimeout(1000);
+            await send('lift', places.at(-1) ?? 150);
+            return heard(stage);
+        };
+        for (let round = 0; round < 3; ++round) {
+            assert.equal(await press([165, 180, 210]), '', 'a drag');
+            assert.equal(await press([]), 'long', 'held still');
+        }
+        assert.deepEqual(stage.errors, []);
+    }
+});
+
 test('a tap of two fingers zooms out', async () => {
     const stage = await openListening({ hasTouch: true });
     const session = await stage.page.context().newCDPSession(stage.page);
@@ -108,6 +144,11 @@ test('zoom buttons act by mouse and by keyboard, and take no taps from the map',
     await stage.page.waitForSelector('[aria-label="Zoom in"]', { state: 'visible' });
     await untilZoom(stage, 11, () => click(stage, 'Zoom in'));
     await untilZoom(stage, 10, () => click(stage, 'Zoom out'));
+    await untilZoom(stage, 12, async () => {
+        await click(stage, 'Zoom in');
+        await click(stage, 'Zoom in');
+    });
+    await stage.act([['look', 0, 0, 0, 10, 0, 0]]);
     for (const [label, key, zoom] of [['Zoom in', 'Enter', 11], ['Zoom out', ' ', 10]]) {
         const button = stage.page.locator(`[aria-label="${label}"]`);
         assert.equal(await button.getAttribute('role'), 'button');

@@ -149,6 +149,35 @@ void keepsCentreUnderInset(SharedScene& scene) {
     scene.expectNear(scene.map()->projection()->point(seoul), SharedScene::middle, 1e-6, "no inset");
 }
 
+void ignoresInsetsThatLeaveNoArea(SharedScene& scene) {
+    const auto bounds = box(-1, -2, 1, 2);
+    struct Row {
+        UIEdgeInsets inset;
+        CGPoint middleWhenLarger;  ///< Of 900 × 800 points.
+    };
+    for (const Row& row : {Row{{0, 250, 0, 150}, {500, 400}}, Row{{100, 10, 200, 0}, {455, 350}},
+                           Row{{0, 0, 0, 500}, {200, 400}}, Row{{700, 0, 0, 0}, {450, 750}}}) {
+        scene.look(seoul, 11, 40, 25);
+        scene.map()->setContentInset(row.inset);
+        scene.expect(scene.map()->contentInset() == row.inset, "the inset is kept");
+        scene.expectCamera(seoul, 11, 40, 25, "too large an inset");
+        scene.expectNear(scene.map()->projection()->point(seoul), SharedScene::middle, 1e-6, "no effect");
+        scene.look({0, 0}, 9);
+        scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateFitBounds(bounds));
+        scene.expectNear(scene.map()->cameraPosition()->zoom(), zoomForSpan(4, 400), 1e-6,
+                         "no effect on fitting");
+        scene.look({0, 0}, 9);
+        scene.map()->setFrame({{}, {900, 800}});
+        scene.expectNear(scene.map()->projection()->point({0, 0}), row.middleWhenLarger, 1e-6, "room for it");
+        scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateFitBounds(bounds));
+        scene.expectNear(scene.map()->projection()->point({0, 0}), row.middleWhenLarger, 1e-3,
+                         "fitted there");
+        scene.map()->setFrame({{}, SharedScene::size});
+        scene.expectNear(scene.map()->projection()->point({0, 0}), SharedScene::middle, 1e-3,
+                         "no room again");
+    }
+}
+
 void staysWithinConstraintBounds(SharedScene& scene) {
     scene.map()->setConstraintBounds(box(-10, -10, 10, 10));
     scene.look({0, 0}, 1);
@@ -186,6 +215,7 @@ std::vector<SharedCase> cameraCases() {
             {"camera_fits_bounds", {fitsBounds}},
             {"camera_fits_within_limits", {fitsWithinLimits}},
             {"camera_keeps_centre_under_inset", {keepsCentreUnderInset}},
+            {"camera_ignores_insets_that_leave_no_area", {ignoresInsetsThatLeaveNoArea}},
             {"camera_stays_within_constraint_bounds", {staysWithinConstraintBounds}},
             {"camera_tells_scale_and_bounds", {tellsScaleAndBounds}}};
 }

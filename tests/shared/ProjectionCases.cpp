@@ -27,7 +27,7 @@ void projectsMercator(SharedScene& scene) {
     for (const Row& row :
          {Row{{0, 0}, {200, 150}}, Row{{0, 90}, {712, 150}}, Row{{0, -45}, {-56, 150}},
           Row{{quarterLatitude, 0}, {200, -362}}, Row{{-quarterLatitude, 180}, {1224, 662}},
-          Row{{85.0511287798066, -180}, {-824, -874}}, Row{{0, 370}, {200 + 2048 * 370.0 / 360, 150}}}) {
+          Row{{85.0511287798066, -180}, {-824, -874}}, Row{{0, 370}, {200 + 2048 * 10.0 / 360, 150}}}) {
         scene.expectNear(project(scene, row.coordinate), row.point, 1e-6, "at zoom 2");
     }
 }
@@ -89,11 +89,50 @@ void boundsRectangles(SharedScene& scene) {
     scene.expectNear(turned->southWest().longitude, -10 * degreesPerPoint, 1e-9, "west is down");
 }
 
+void answersOfTheNearestCopy(SharedScene& scene) {
+    constexpr double pointsPerDegree = 512 * 256 / 360.0;
+    const auto projection = scene.map()->projection();
+    struct Row {
+        double center, longitude, east;  ///< Degrees.
+    };
+    for (const Row& row : {Row{179.9, -179.9, 0.2}, Row{179.9, 180.1, 0.2}, Row{179.9, 540.1, 0.2},
+                           Row{-179.9, 179.9, -0.2}, Row{-179.9, 0, 179.9}, Row{0, -900.5, 179.5}}) {
+        scene.look({0, row.center}, 8);
+        const double x = 200 + row.east * pointsPerDegree;
+        scene.expectNear(project(scene, {0, row.longitude}), {x, 150}, 1e-6, "in the nearest copy");
+        // The rectangle goes where its middle is nearest, whatever its corners would do by themselves.
+        for (const double half : {0.05, 2.0, 170.0}) {
+            const auto bounds =
+                PgmLatLngBounds::create({-1, row.longitude - half}, {1, row.longitude + half});
+            const CGRect rect = projection->viewBounds(*bounds);
+            scene.expectNear(rect.midX(), x, 1e-4, "middle of a rectangle");
+            scene.expectNear(rect.size.width, 2 * half * pointsPerDegree, 1e-4, "width of a rectangle");
+        }
+    }
+    for (const double center : {179.9, -179.9}) {
+        scene.look({0, center}, 8);
+        const double wrapped = center > 0 ? -179.9 : 179.9;
+        const double x = center > 0 ? 200 + 0.2 * pointsPerDegree : 200 - 0.2 * pointsPerDegree;
+        scene.expectNear(projection->latlng({x, 150})->longitude, wrapped, 1e-9, "across the antimeridian");
+        const double reach = 200 / pointsPerDegree;
+        for (const auto& bounds :
+             {projection->latlngBounds({{0, 0}, SharedScene::size}), scene.map()->contentBounds()}) {
+            scene.expectNear(bounds->southWest().longitude, center - reach, 1e-9, "western edge");
+            scene.expectNear(bounds->northEast().longitude, center + reach, 1e-9, "eastern edge");
+        }
+    }
+    scene.look({0, 100}, 0);
+    for (double x = 0; x <= 400; x += 8) {
+        const double longitude = projection->latlng({x, 150})->longitude;
+        scene.expect(longitude >= -180 && longitude <= 180, "longitudes from -180 to 180");
+    }
+}
+
 void staysFinite(SharedScene& scene) {
     scene.look({37.5, 127}, 12, 60, 10);
     const auto isFinite = [](CGPoint point) { return std::isfinite(point.x) && std::isfinite(point.y); };
     for (const CLLocationCoordinate2D coordinate :
-         {CLLocationCoordinate2D{90, 0}, {-90, 0}, {-37.5, -53}, {30, 125}, {0, 1e6}}) {
+         {CLLocationCoordinate2D{90, 0}, {-90, 0}, {-37.5, -53}, {30, 125}, {0, 1e6}, {0, 1e300}}) {
         scene.expect(isFinite(project(scene, coordinate)), "a finite point");
     }
     for (const CGPoint point : {CGPoint{200, -2000}, {-1e6, 50}, {200, 1e6}}) {
@@ -114,6 +153,7 @@ std::vector<SharedCase> projectionCases() {
             {"projection_foreshortens_with_tilt", {foreshortensWithTilt}},
             {"projection_inverts_itself", {invertsItself}},
             {"projection_bounds_rectangles", {boundsRectangles}},
+            {"projection_answers_of_the_nearest_copy", {answersOfTheNearestCopy}},
             {"projection_stays_finite", {staysFinite}}};
 }
 

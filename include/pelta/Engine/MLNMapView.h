@@ -88,6 +88,9 @@ class MLNMapView : public UIView {
     void setZoomLevel(double zoomLevel);
     /// Zooms about the centre, `animated` in 0.3 s.
     void setZoomLevel(double zoomLevel, bool animated);
+    /// Adds to the zoom level that the camera is going to, in 0.3 s; centre, pitch and direction of its
+    /// destination stay. What is not finite, or ends at a limit that the destination is at, does nothing.
+    void zoomBy(double levels);
     /// Bearing of the upward direction, degrees clockwise from north, 0 ≤ direction < 360.
     [[nodiscard]] double direction() const;
     /// Turns the map to north, animated, as a tap on the compass does; the reason is `resetNorth`.
@@ -118,9 +121,12 @@ class MLNMapView : public UIView {
     [[nodiscard]] MLNCoordinateBounds maximumScreenBounds() const;
     /// Corners may come in any order; the whole world lifts the limit.
     void setMaximumScreenBounds(const MLNCoordinateBounds& bounds);
-    /// Insets from the view's edges within which the centre is the middle. Insets that leave no area are
-    /// ignored.
+    /// Insets from the view's edges within which the centre is the middle, points. They are kept as set, and
+    /// have no effect on camera, fitting and ornaments while left and right together reach the view's width
+    /// or top and bottom its height; whether they do is found anew when the size changes.
     [[nodiscard]] UIEdgeInsets contentInset() const;
+    /// The content inset that has effect at the view's present size: `contentInset`, or none.
+    [[nodiscard]] UIEdgeInsets effectiveContentInset() const;
     void setContentInset(UIEdgeInsets inset);
     /// The centre coordinate keeps its place on the earth and moves on the screen; animated over 0.3 s when
     /// asked.
@@ -145,19 +151,25 @@ class MLNMapView : public UIView {
 
     /// @name Geometry
     /// @{
-    /// Points of `view`, or of this view when null.
+    /// The world is drawn again and again to both sides. What is drawn at a point has a longitude from -180
+    /// up to 180 whichever copy it is in; where a coordinate is drawn is answered of the copy nearest to the
+    /// camera's centre; coordinate rectangles go on beyond ±180, so that they are in one piece.
+    ///
+    /// Points of `view`, or of this view when null, here and below.
     [[nodiscard]] CLLocationCoordinate2D convertPoint(CGPoint point,
                                                       const UIView* toCoordinateFromView) const;
     /// Where a coordinate is drawn in a view, points.
     [[nodiscard]] CGPoint convertCoordinate(CLLocationCoordinate2D coordinate,
                                             const UIView* toPointToView) const;
-    /// The smallest coordinate rectangle around the four corners of a screen rectangle.
+    /// The smallest coordinate rectangle around the four corners of a screen rectangle. Across the
+    /// antimeridian its longitudes are not wrapped.
     [[nodiscard]] MLNCoordinateBounds convertRect(CGRect rect,
                                                   const UIView* toCoordinateBoundsFromView) const;
-    /// The smallest screen rectangle around the four corners of a coordinate rectangle.
+    /// The smallest screen rectangle around the four corners of a coordinate rectangle, which is looked up as
+    /// a whole in the copy of the world where its middle is nearest to the camera's centre.
     [[nodiscard]] CGRect convertCoordinateBounds(const MLNCoordinateBounds& bounds,
                                                  const UIView* toRectToView) const;
-    /// The coordinate rectangle of the whole view.
+    /// The coordinate rectangle of the whole view, not wrapped either.
     [[nodiscard]] MLNCoordinateBounds visibleCoordinateBounds() const;
     /// Metres on the ground that a point covers at a latitude, at the present zoom.
     [[nodiscard]] double metersPerPointAtLatitude(double latitude) const;
@@ -214,7 +226,7 @@ class MLNMapView : public UIView {
     [[nodiscard]] const MLNUserLocation* userLocation() const;
     /// With another mode than none the camera moves to each reported location, animated, until a pan ends it
     /// or the mode is set to none. Following the heading or the course also turns the map, once they are
-    /// known. Moving the camera by a command does not end it.
+    /// known. Moving the camera by a command does not end it; setting the present mode once more leads back.
     void setUserTrackingMode(MLNUserTrackingMode mode);
     /// How the camera follows the user's location.
     [[nodiscard]] MLNUserTrackingMode userTrackingMode() const;

@@ -73,7 +73,8 @@ class MapRenderer {
 
     /// Size and scale of the drawn area changed; the camera stays.
     virtual void setSize(CGSize size, double screenScale) = 0;
-    /// The middle of the area left by the inset is where the camera's centre is drawn.
+    /// The middle of the area left by the inset, which is never without extent, is where the camera's centre
+    /// is drawn.
     virtual void setContentInset(UIEdgeInsets inset) = 0;
     /// In force for the next touch.
     virtual void setGestures(const GestureSettings& settings) = 0;
@@ -87,8 +88,8 @@ class MapRenderer {
     /// The camera that the next frame would show.
     [[nodiscard]] virtual CameraState camera() const = 0;
     /// Where a coordinate is drawn, by the perspective with a field of view of 2·atan(1/3). Longitudes are
-    /// not wrapped. A coordinate behind the eye gives a finite point far outside of the view. Non-finite
-    /// input gives (0, 0).
+    /// not wrapped: 360 degrees more is the next copy of the world. A coordinate behind the eye gives a
+    /// finite point far outside of the view. Non-finite input gives (0, 0).
     [[nodiscard]] virtual CGPoint pointForCoordinate(CLLocationCoordinate2D coordinate) const = 0;
     /// What is drawn at a point; a point above the horizon takes the horizon's nearest coordinate. Longitudes
     /// are not wrapped, latitudes end at ±90. Non-finite input gives the camera's centre.

@@ -77,8 +77,8 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     virtual void reset() {}
     /// Moves to a state; success waits for required failures.
     void transitionTo(UIGestureRecognizerState state);
-    /// Calls `work` after `delay` seconds unless the gesture has been reset, the delays cancelled or the
-    /// recogniser released by then.
+    /// Calls `work` after `delay` seconds, when the touches made in that time have been heard, unless the
+    /// gesture has been reset, the delays cancelled or the recogniser released by then.
     void afterDelay(double delay, std::function<void()> work);
     /// Work that `afterDelay` has put off does not run any more.
     void cancelDelays() noexcept { ++generation_; }
@@ -160,8 +160,9 @@ class UITapGestureRecognizer final : public UIGestureRecognizer {
     double liftTime_ = 0;          ///< When the last tap ended.
 };
 
-/// Recognises one finger held for `minimumPressDuration` within 10 points. Reports `began` when the time is
-/// up, then `changed` and `ended`.
+/// Recognises one finger held for `minimumPressDuration` within 10 points, by the times at which it was
+/// pressed and lifted, however late they are told. Reports `began` when the time is up, then `changed` and
+/// `ended`.
 class UILongPressGestureRecognizer final : public UIGestureRecognizer {
  public:
     using UIGestureRecognizer::UIGestureRecognizer;
@@ -176,9 +177,12 @@ class UILongPressGestureRecognizer final : public UIGestureRecognizer {
 
  private:
     void fingerDidPress(const UITouch& touch);
+    void fingerDidLift(const UITouch& touch);
+    [[nodiscard]] bool hasStayed(const UITouch& touch) const;
 
     double duration_ = 0.5;
     CGPoint start_;
+    double startTime_ = 0;  ///< Seconds on the port's clock.
 };
 
 }  // namespace pelta

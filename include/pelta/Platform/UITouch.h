@@ -12,7 +12,7 @@ struct UITouch {
     int identifier = 0;                        ///< Tells fingers apart between `began` and `ended`.
     UITouchPhase phase = UITouchPhase::began;  ///< What the finger did.
     CGPoint location;                          ///< Points in the window.
-    double timestamp = 0;                      ///< Seconds on the port's clock.
+    double timestamp = 0;                      ///< When it was made, seconds on the port's clock.
 };
 
 }  // namespace pelta

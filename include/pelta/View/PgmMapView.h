@@ -50,7 +50,8 @@ class PgmMapView : public UIView {
         const std::shared_ptr<PgmMapDelegate>& delegate = nullptr);
     /// A view from an interface description.
     [[nodiscard]] static std::shared_ptr<PgmMapView> createWithCoder(const PgmViewSettings& settings);
-    /// For `make`; use the factories. Until `completeConstruction` there is no engine view.
+    /// For `make`; use the factories. Until `completeConstruction`, as in the constructor of a subclass,
+    /// there is no engine view: setters only store, and what acts on the engine or the camera does nothing.
     explicit PgmMapView(CGRect frame, std::shared_ptr<PgmMapOptions> options = nullptr,
                         const std::shared_ptr<PgmMapDelegate>& delegate = nullptr);
     /// For `make`; see `createWithCoder`.
@@ -79,7 +80,7 @@ class PgmMapView : public UIView {
     [[nodiscard]] std::shared_ptr<PgmCameraPosition> cameraPosition() const;
     /// Moves the camera at once; null is ignored.
     void setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position);
-    /// Moves the camera and ends the following of the user's location. Null is ignored.
+    /// Moves the camera and ends the following of the user's location. Null does nothing at all.
     void moveCamera(const std::shared_ptr<PgmCameraUpdate>& update);
     /// Moves the camera and lets a following of the user's location go on.
     ///
@@ -103,7 +104,8 @@ class PgmMapView : public UIView {
     /// Last zoom level that was set, 15 at first.
     [[nodiscard]] double zoomLevel() const noexcept { return settings_.zoomLevel; }
     void setZoomLevel(double zoomLevel);
-    /// Converts between points of this view and coordinates; a new object each time.
+    /// Converts between points of this view and coordinates; a new object each time. One that is made before
+    /// `completeConstruction` has no view.
     [[nodiscard]] std::shared_ptr<PgmProjection> projection() const;
     /// The coordinate rectangle of the whole view; null without an engine view.
     [[nodiscard]] std::shared_ptr<PgmLatLngBounds> contentBounds() const;
@@ -127,7 +129,9 @@ class PgmMapView : public UIView {
     [[nodiscard]] std::shared_ptr<PgmLatLngBounds> constraintBounds() const;
     /// Null is ignored: the previous area stays.
     void setConstraintBounds(const std::shared_ptr<PgmLatLngBounds>& bounds);
-    /// Points from the view's edges within which the camera's target is the middle; zero at first.
+    /// Points from the view's edges within which the camera's target is the middle; zero at first. An inset
+    /// whose left and right together reach the view's width, or top and bottom its height, is kept but has no
+    /// effect on camera, fitting and ornaments while that is so.
     [[nodiscard]] UIEdgeInsets contentInset() const noexcept { return settings_.contentInset; }
     void setContentInset(UIEdgeInsets inset);
     /// @}
@@ -174,7 +178,8 @@ class PgmMapView : public UIView {
     void setLocationViewMargins(CGPoint margins);
     /// Places a view that the application has added to this one as the map's own controls are placed: within
     /// the safe area, moved inwards by the content inset. It stays there until this is called again, as
-    /// after a change of the inset. A position that is none of the enumeration is a programming error that
+    /// after a change of the inset, or of the size while the inset is too large for it. Nothing happens
+    /// before `completeConstruction`. A position that is none of the enumeration is a programming error that
     /// stops the process.
     ///
     /// @param constraints  those that have placed the view so far; they are let go and replaced.
@@ -184,14 +189,17 @@ class PgmMapView : public UIView {
                                       std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints,
                                       PgmPosition position, CGSize size, CGPoint margins);
     /// Places the zoom control and the location button anew; happens by itself when the safe area or the
-    /// content inset changes.
+    /// content inset changes, and when a new size changes whether that has effect.
     void refreshOrnamentConstraints();
+    void layoutSubviews() override;
     void safeAreaInsetsDidChange() override;
-    /// Zooms in by one level, animated, as a press of the button does.
+    /// Zooms in, animated, to one level more than the camera is going to, as a press of the button does. The
+    /// rest of where it is going to stays.
     void plusAction();
-    /// Zooms out by one level, animated.
+    /// Zooms out likewise, to one level less.
     void minusAction();
-    /// Shows and follows the user's location once more as `userTrackingMode` has it.
+    /// Sets `userTrackingMode` to what it is: the user's location is shown and followed once more, and a
+    /// camera that has moved away is led back to it.
     void locactionAction();
     /// @}
 
@@ -231,8 +239,9 @@ class PgmMapView : public UIView {
     /// @{
     /// `off` at first.
     [[nodiscard]] PgmUserTrackingMode userTrackingMode() const noexcept { return settings_.userTrackingMode; }
-    /// Shows the user's location and follows it as the mode says; `off` hides it. A value that is none of the
-    /// enumeration is a programming error that stops the process.
+    /// Shows the user's location and follows it as the mode says; `off` hides it. Setting the present mode
+    /// takes it up anew, and leads a camera that has moved away back. A value that is none of the enumeration
+    /// is a programming error that stops the process.
     void setUserTrackingMode(PgmUserTrackingMode mode);
     /// How the user's location is drawn; never null.
     [[nodiscard]] const std::shared_ptr<PgmLocationIcon>& locationIcon() const noexcept {
@@ -327,6 +336,9 @@ class PgmMapView : public UIView {
     void recognizersInit();
     void controllerInit();
     [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
+    /// Held during a call whose events may make the application release the view; null while the view is
+    /// still being constructed, when nobody can.
+    [[nodiscard]] std::shared_ptr<UIView> keepAlive() noexcept { return weak_from_this().lock(); }
     [[nodiscard]] MLNMapCamera engineCamera(const PgmCameraPosition& position);
 
     std::shared_ptr<MLNMapView> engine_;

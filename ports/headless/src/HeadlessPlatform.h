@@ -12,7 +12,7 @@
 namespace pelta::headless {
 
 /// What the headless port supplies to the interface kit. Its clock stands still until it is set.
-class HeadlessPlatform final : public PlatformPort {
+class HeadlessPlatform : public PlatformPort {
  public:
     explicit HeadlessPlatform(double screenScale) { setScreenScale(screenScale); }
 
@@ -29,6 +29,8 @@ class HeadlessPlatform final : public PlatformPort {
     /// Nothing to do: whoever lets the clock advance asks the queue when its next task is due.
     void wakeMainQueueAt(double) override {}
     void requestFrame() override;
+    /// Touches are delivered as they are made.
+    void afterWaitingTouches(std::function<void()> work) override { work(); }
     [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;

@@ -56,6 +56,21 @@ void WebPort::requestFrame() {
     stayAhead();
 }
 
+void WebPort::afterWaitingTouches(std::function<void()> work) {
+    waitingForTouches_.push_back(std::move(work));
+    if (waitingForTouches_.size() > 1) {
+        return;
+    }
+    // The browser hands over the moves that it has kept right before it draws its next frame.
+    const auto run = [](double, void* port) {
+        for (const auto& each : std::exchange(static_cast<WebPort*>(port)->waitingForTouches_, {})) {
+            each();
+        }
+        return EM_BOOL{EM_FALSE};
+    };
+    emscripten_request_animation_frame(run, this);
+}
+
 void WebPort::stayAhead() {
     if (animationFrame_ == 0) {
         const auto run = [](double, void* port) {

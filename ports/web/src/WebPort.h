@@ -24,6 +24,7 @@ class WebPort final : public PlatformPort {
     [[nodiscard]] double now() const override;
     void wakeMainQueueAt(double time) override;
     void requestFrame() override;
+    void afterWaitingTouches(std::function<void()> work) override;
     [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;
@@ -54,6 +55,7 @@ class WebPort final : public PlatformPort {
     WebEnginePort enginePort_;
     WebLocationSource locationSource_;
     std::vector<std::unique_ptr<WebWindow>> windows_;
+    std::vector<std::function<void()>> waitingForTouches_;
     std::multiset<double> wakeTimes_;  ///< One for each timer of the browser that is running.
     /// Pixels a point. Each shape asks for it, and looking at the browser's window takes long.
     double screenScale_ = 1;

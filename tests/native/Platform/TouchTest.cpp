@@ -2,10 +2,13 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/Make.h>
 #include <pelta/Platform/UIControls.h>
 #include <pelta/Platform/UIWindow.h>
 #include <pelta/headless/HeadlessPort.h>
+
+#include "HeadlessPlatform.h"
 
 namespace pelta {
 namespace {
@@ -117,6 +120,85 @@ TEST_F(TouchTest, AButtonActsWhenATouchIsLiftedInside) {
     button->sendTouchUpInside();
     EXPECT_EQ(actions, 0);
     EXPECT_EQ(tapsOnPanel, 0);
+}
+
+/// A port whose thread is busy: touches wait, and timers come before them.
+class BusyPlatform final : public headless::HeadlessPlatform {
+ public:
+    BusyPlatform() : HeadlessPlatform(1), replaced_(&PlatformPort::current()) { PlatformPort::install(this); }
+    ~BusyPlatform() override { PlatformPort::install(replaced_); }
+    void afterWaitingTouches(std::function<void()> work) override { decisions_.push_back(std::move(work)); }
+
+    /// The thread gets its breath back: timers, touches, then what waits for both.
+    void recoverAt(double time, UIWindow& window, const std::vector<UITouch>& touches) {
+        setNow(time);
+        MainQueue::runDue(time);
+        for (const UITouch& touch : touches) {
+            window.deliverTouch(touch);
+        }
+        MainQueue::runDue(time);
+        for (const auto& decide : std::exchange(decisions_, {})) {
+            decide();
+        }
+    }
+
+ private:
+    PlatformPort* replaced_;
+    std::vector<std::function<void()>> decisions_;
+};
+
+TEST_F(TouchTest, OnABusyThreadGesturesAreJudgedByWhenTouchesWereMade) {
+    BusyPlatform platform;
+    std::string events;
+    const auto surface = addView({{0, 0}, {200, 200}}, window_);
+    const auto note = [&events](const char* gesture) {
+        return [&events, gesture](UIGestureRecognizer& recognizer) {
+            events += gesture + std::to_string(static_cast<unsigned>(recognizer.state())) + " ";
+        };
+    };
+    surface->addGestureRecognizer(std::make_shared<UITapGestureRecognizer>(note("tap")));
+    surface->addGestureRecognizer(std::make_shared<UILongPressGestureRecognizer>(note("long")));
+    constexpr CGPoint place{50, 50};
+    constexpr CGPoint near{55, 55};
+    constexpr CGPoint away{90, 50};
+    struct Case {
+        const char* name;
+        std::vector<UITouch> waiting;  ///< Behind a press at second 0, when the thread is free after 0.6.
+        std::string events;
+    };
+    const Case cases[] = {
+        {"held still", {}, "long1 "},
+        {"trembling", {{0, moved, near, 0.3}}, "long1 "},
+        {"drag", {{0, moved, away, 0.2}}, ""},
+        {"drag with its end", {{0, moved, away, 0.2}, {0, ended, away, 0.55}}, ""},
+        {"tap", {{0, ended, near, 0.1}}, "tap3 "},
+        {"too long for a tap, too short for a press", {{0, ended, place, 0.4}}, ""},
+        {"long press with its end", {{0, ended, near, 0.55}}, "long1 long3 "},
+        {"second finger", {{1, began, away, 0.1}}, ""},
+    };
+    double start = 0;
+    for (const Case& c : cases) {
+        for (const bool isPressLate : {false, true}) {
+            start += 10;
+            std::vector<UITouch> waiting{{0, began, place, start}};
+            for (UITouch touch : c.waiting) {
+                touch.timestamp += start;
+                waiting.push_back(touch);
+            }
+            platform.setNow(start);
+            if (!isPressLate) {
+                window_->deliverTouch(waiting.front());
+                waiting.erase(waiting.begin());
+            }
+            platform.recoverAt(start + 0.6, *window_, waiting);
+            EXPECT_EQ(std::exchange(events, {}), c.events) << c.name << (isPressLate ? ", told late" : "");
+            for (const int finger : {0, 1}) {
+                window_->deliverTouch({finger, cancelled, place, start + 1});
+            }
+            platform.recoverAt(start + 2, *window_, {});
+            events.clear();
+        }
+    }
 }
 
 }  // namespace

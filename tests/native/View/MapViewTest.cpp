@@ -54,6 +54,68 @@ TEST_F(MapViewTest, OptionsCameraComesBeforeTheirLimits) {
     EXPECT_EQ(map->delegate(), recorder);
 }
 
+/// A map that does everything it can before it has its engine view.
+class EarlyMap final : public PgmMapView {
+ public:
+    explicit EarlyMap(CGRect frame) : PgmMapView(frame) {
+        applyMapOptions(*PgmMapOptions::create(PgmCameraPosition::cameraPosition(seoul, 12), false, false,
+                                               true, true, true, 3, 18, 10, 50, false, false, false, false));
+        setContentInset({10, 20, 30, 40});
+        setDecelerationRate(0.5);
+        setLatitude(1);
+        setLongitude(2);
+        setZoomLevel(7);
+        setUserTrackingMode(PgmUserTrackingMode::follow);
+        setIsLogoVisible(true);
+        setIsLogoClickEnabled(false);
+        setCameraPosition(PgmCameraPosition::cameraPosition(seoul, 12));
+        moveCamera(PgmCameraUpdate::cameraUpdateZoomIn());
+        moveCamera(PgmCameraUpdate::cameraUpdateZoomIn(), [this] { ++completions; });
+        flyToCamera(PgmCameraPosition::cameraPosition(seoul, 12), 1, [this] { ++completions; });
+        setConstraintBounds(PgmLatLngBounds::create({0, 0}, {1, 1}));
+        plusAction();
+        minusAction();
+        locactionAction();
+        updateOptions();
+        refreshOrnamentConstraints();
+        triggerRepaint();
+        std::vector<std::shared_ptr<NSLayoutConstraint>> constraints;
+        updateConstraintsForOrnament(make<UIView>(CGRect{}), constraints, PgmPosition::topLeft, {}, {});
+        early = projection();
+    }
+    std::shared_ptr<PgmProjection> early;
+    int completions = 0;
+};
+
+TEST_F(MapViewTest, WritesBeforeTheEngineViewExistsOnlyStore) {
+    const auto map = make<EarlyMap>(window->bounds());
+    const auto untouched = makeMap();
+    const auto& engine = engineOf(map);
+    const auto& other = engineOf(untouched);
+    EXPECT_EQ(map->contentInset(), (UIEdgeInsets{10, 20, 30, 40}));
+    EXPECT_EQ((std::array{map->latitude(), map->longitude(), map->zoomLevel(), map->minimumZoomLevel(),
+                          map->maximumZoomLevel(), map->minimumTilt(), map->maximumTilt(),
+                          map->decelerationRate()}),
+              (std::array{1., 2., 7., 3., 18., 10., 50., 0.5}));
+    EXPECT_EQ(map->userTrackingMode(), PgmUserTrackingMode::follow);
+    EXPECT_TRUE(map->isLogoVisible() && map->isZoomControlVisible() && map->isLocationButtonVisible());
+    EXPECT_FALSE(map->zoomView()->isHidden() || map->locationView()->isHidden());
+    EXPECT_FALSE(map->isScaleBarVisible() || map->isCompassVisible() || map->isLogoClickEnabled());
+    EXPECT_FALSE(map->isZoomGesturesEnabled() || map->isScrollGesturesEnabled());
+    EXPECT_FALSE(map->isRotateGesturesEnabled() || map->isTiltGesturesEnabled());
+
+    EXPECT_EQ(engine.contentInset(), UIEdgeInsets{});
+    EXPECT_EQ(engine.gestures(), other.gestures());
+    EXPECT_EQ((std::array{engine.minimumZoomLevel(), engine.maximumZoomLevel(), engine.minimumPitch(),
+                          engine.maximumPitch(), engine.zoomLevel(), engine.centerCoordinate().latitude}),
+              (std::array{0., 22., 0., 60., 0., 0.}));
+    EXPECT_FALSE(engine.showsUserLocation());
+    EXPECT_EQ(engine.showsCompassView(), other.showsCompassView());
+    EXPECT_EQ(map->completions, 0);
+    EXPECT_EQ(map->early->latlng({1, 1}), std::nullopt);
+    EXPECT_NE(map->projection()->latlng({1, 1}), std::nullopt);
+}
+
 TEST_F(MapViewTest, UserTrackingModesShowAndFollowTheLocation) {
     struct Case {
         PgmUserTrackingMode mode;
@@ -70,6 +132,7 @@ TEST_F(MapViewTest, UserTrackingModesShowAndFollowTheLocation) {
     for (const auto& testCase : cases) {
         SCOPED_TRACE(static_cast<unsigned>(testCase.mode));
         map->setUserTrackingMode(testCase.mode);
+        map->moveCamera(nullptr);
         EXPECT_EQ(map->userTrackingMode(), testCase.mode);
         EXPECT_EQ(engineOf(map).showsUserLocation(), testCase.isShown);
         EXPECT_EQ(port.isLocationObserved(), testCase.isShown);

@@ -51,6 +51,23 @@ TEST_F(OrnamentControlsTest, OrnamentsStandInTheirCornersOfSafeAreaAndInset) {
         "unexpected ornament position 5");
 }
 
+TEST_F(OrnamentControlsTest, AnInsetThatLeavesNoAreaMovesNothingUntilThereIsRoom) {
+    const auto map = makeLoadedMap();
+    const auto expectFrames = [&](double zoomMiddle, double locationBottom, double logoBottom) {
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(map->zoomView()->frame().midY(), zoomMiddle);
+        EXPECT_EQ(map->locationView()->frame().maxY(), locationBottom);
+        EXPECT_EQ(engineOf(map).logoView()->frame().maxY(), logoBottom);
+    };
+    expectFrames(300, 592, 592);
+    map->setContentInset({50, 0, 550, 0});
+    expectFrames(300, 592, 592);
+    map->setFrame({{}, {800, 700}});
+    expectFrames(350 - 550, 692 - 550, 692 - 550);
+    map->setFrame({{}, {800, 600}});
+    expectFrames(300, 592, 592);
+}
+
 TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
     const auto map = makeLoadedMap();
     map->setIsZoomControlVisible(true);
@@ -70,6 +87,27 @@ TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
         port.advance(1);
         EXPECT_NEAR(engineOf(map).zoomLevel(), c.to, 1e-9);
     }
+    map->setZoomLevel(10.3);
+    port.tap(*window, middleOf(plus));
+    port.tap(*window, middleOf(plus));
+    port.advance(1);
+    EXPECT_NEAR(engineOf(map).zoomLevel(), 12.3, 1e-9) << "quick presses add up";
+
+    const auto journey =
+        PgmCameraUpdate::cameraUpdateWithPosition(*PgmCameraPosition::cameraPosition({10, 20}, 15, 40, 70));
+    journey->setAnimation(PgmCameraUpdateAnimation::linear);
+    journey->setAnimationDuration(5);
+    map->moveCamera(journey);
+    port.advance(1);
+    port.tap(*window, middleOf(minus));
+    port.advance(1);
+    const auto camera = map->cameraPosition();
+    EXPECT_NEAR(camera->target().latitude, 10, 1e-9) << "where the camera was going to";
+    EXPECT_NEAR(camera->target().longitude, 20, 1e-9);
+    EXPECT_NEAR(camera->zoom(), 14, 1e-9);
+    EXPECT_NEAR(camera->tilt(), 40, 1e-9);
+    EXPECT_NEAR(camera->bearing(), 70, 1e-9);
+
     EXPECT_EQ(plus.accessibilityLabel() + ", " + minus.accessibilityLabel(), "Zoom in, Zoom out");
 }
 
@@ -85,6 +123,17 @@ TEST_F(OrnamentControlsTest, TheLocationButtonFollowsOnceMore) {
     port.tap(*window, place);
     EXPECT_TRUE(port.isLocationObserved());
     EXPECT_EQ(engineOf(map).userTrackingMode(), MLNUserTrackingMode::follow);
+
+    port.reportLocation({.coordinate = {37, 127}});
+    port.advance(1);
+    map->setCameraPosition(PgmCameraPosition::cameraPosition({0, 0}, 9, 20, 30));
+    EXPECT_EQ(engineOf(map).userTrackingMode(), MLNUserTrackingMode::follow);
+    port.tap(*window, place);
+    port.advance(1);
+    const auto camera = map->cameraPosition();
+    EXPECT_NEAR(camera->target().latitude, 37, 1e-9) << "back where the camera has moved away from";
+    EXPECT_NEAR(camera->target().longitude, 127, 1e-9);
+    EXPECT_NEAR(camera->zoom(), 9, 1e-9);
 }
 
 }  // namespace

@@ -1,4 +1,6 @@
+#include <cmath>
 #include <functional>
+#include <tuple>
 
 #include "MapFixture.h"
 
@@ -180,6 +182,21 @@ TEST_F(TapTest, DoubleTapsZoomAndPressesAndDragsAreNoTaps) {
             EXPECT_NEAR(map_->projection()->point(place).x, point.x, 1e-6) << c.name;
             EXPECT_NEAR(map_->projection()->point(place).y, point.y, 1e-6) << c.name;
         }
+    }
+}
+
+TEST_F(TapTest, PlacesBeyondTheAntimeridianHaveLongitudesOfTheGlobe) {
+    for (const auto& [center, x, longitude] :
+         {std::tuple{179.9, 600., -179.9}, std::tuple{-179.9, 200., 179.9}}) {
+        map_->setCameraPosition(
+            PgmCameraPosition::cameraPosition({0, center}, std::log2(200 * 360 / (0.2 * 512))));
+        touchable(PgmMarker::markerWithPosition({0, longitude}), "marker", false);
+        EXPECT_EQ(tap({x, 300}), "marker map");
+        EXPECT_NEAR(log_->place.longitude, longitude, 1e-9);
+        finger(0, UITouchPhase::began, {x, 300}, 0.6);
+        finger(0, UITouchPhase::ended, {x, 300}, 1);
+        EXPECT_EQ(log_->take(), "long");
+        EXPECT_NEAR(log_->place.longitude, longitude, 1e-9);
     }
 }
 
