@@ -74,7 +74,8 @@ struct RoundedRect {
 
 void addCurves(cairo_t& context, const RoundedRect& shape) {
     constexpr double quarter = std::numbers::pi / 2;
-    const auto& [rect, radius] = shape;
+    const CGRect& rect = shape.rect;
+    const CGSize radius = shape.radius;
     const auto corner = [&](double x, double y, int turn) {
         cairo_save(&context);
         cairo_translate(&context, x, y);
