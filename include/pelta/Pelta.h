@@ -1,8 +1,9 @@
 #pragma once
 
 /// @file
-/// Everything that an application needs.
+/// Everything that an application needs: all public headers but those that only ports use.
 
+#include <pelta/Annotations/PgmAreaShape.h>
 #include <pelta/Annotations/PgmCircle.h>
 #include <pelta/Annotations/PgmIDManager.h>
 #include <pelta/Annotations/PgmImage.h>
@@ -14,6 +15,7 @@
 #include <pelta/Annotations/PgmPolygon.h>
 #include <pelta/Annotations/PgmPolyline.h>
 #include <pelta/Annotations/PgmShape.h>
+#include <pelta/Cluster/PQTPointQuadTree.h>
 #include <pelta/Cluster/PgmCluster.h>
 #include <pelta/Cluster/PgmClusterAlgorithm.h>
 #include <pelta/Cluster/PgmClusterIconGenerator.h>
@@ -22,15 +24,42 @@
 #include <pelta/Cluster/PgmHashable.h>
 #include <pelta/Coordinate/GeoTrans.h>
 #include <pelta/Coordinate/PgmGridPoint.h>
+#include <pelta/Engine/MLNAnnotation.h>
+#include <pelta/Engine/MLNAnnotationView.h>
+#include <pelta/Engine/MLNExpression.h>
+#include <pelta/Engine/MLNFillStyleLayer.h>
+#include <pelta/Engine/MLNLineStyleLayer.h>
+#include <pelta/Engine/MLNMapCamera.h>
+#include <pelta/Engine/MLNMapView.h>
+#include <pelta/Engine/MLNMapViewDelegate.h>
+#include <pelta/Engine/MLNShape.h>
+#include <pelta/Engine/MLNShapeSource.h>
+#include <pelta/Engine/MLNStyle.h>
+#include <pelta/Engine/MLNStyleLayer.h>
+#include <pelta/Engine/MLNSymbolStyleLayer.h>
+#include <pelta/Engine/MLNTypes.h>
 #include <pelta/Geometry/MapProjection.h>
 #include <pelta/Geometry/PgmCameraPosition.h>
 #include <pelta/Geometry/PgmCameraUpdate.h>
 #include <pelta/Geometry/PgmLatLngBounds.h>
 #include <pelta/Geometry/PgmProjection.h>
 #include <pelta/Platform/Application.h>
+#include <pelta/Platform/Bundle.h>
+#include <pelta/Platform/CALayer.h>
+#include <pelta/Platform/CoreGraphics.h>
+#include <pelta/Platform/CoreLocation.h>
+#include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/Log.h>
 #include <pelta/Platform/Make.h>
+#include <pelta/Platform/PlatformPort.h>
+#include <pelta/Platform/UIColor.h>
 #include <pelta/Platform/UIControls.h>
+#include <pelta/Platform/UIGestureRecognizer.h>
+#include <pelta/Platform/UIGraphics.h>
+#include <pelta/Platform/UIImage.h>
+#include <pelta/Platform/UILayout.h>
+#include <pelta/Platform/UITouch.h>
+#include <pelta/Platform/UIView.h>
 #include <pelta/Platform/UIWindow.h>
 #include <pelta/View/DefaultStyle.h>
 #include <pelta/View/PgmMapDelegate.h>

@@ -1,8 +1,6 @@
 #include "Cluster/ClusterFormation.h"
 
 #include <algorithm>
-#include <bit>
-#include <cmath>
 
 #include "Cluster/ClusterProjection.h"
 
@@ -12,7 +10,7 @@ namespace {
 
 // Seeds of entries that no single seed stands for.
 constexpr std::uint32_t someStray = none - 1;  // the nearest is found at the end
-constexpr std::uint32_t setApart = none - 2;   // echoes and entries of shared keys
+constexpr std::uint32_t setApart = none - 2;   // echoes, entries of shared keys, and items that are nowhere
 constexpr std::uint32_t firstSpecial = setApart;
 
 /// Tells NaN from NaN no more than needed: a position that is read back is the same.
@@ -68,12 +66,15 @@ void ClusterFormation::readPositions() {
                 current_ = moved_;
             }
             moved_[record.entry] = clusterPoint(position);
+            if (!isSomewhere(moved_[record.entry])) {
+                claims_[record.entry].seed = setApart;
+            }
         }
     }
 }
 
 void ClusterFormation::setKeysApart() {
-    keys_.emplace(items_);
+    keys_.emplace(items_, current_);
     ledger_.emplace(*keys_);
     for (const std::uint32_t entry : keys_->echoes()) {
         claims_[entry].seed = setApart;
@@ -96,14 +97,17 @@ bool ClusterFormation::isClaimed(std::uint32_t record) const {
 }
 
 void ClusterFormation::plant(std::uint32_t record) {
-    const auto seed = static_cast<std::uint32_t>(seeds_.size());
-    seeds_.push_back(record);
     const ItemRecord& planted = items_.records()[record];
     const PQTPoint position =
         planted.entry != none ? current_[planted.entry] : clusterPoint(planted.item->position());
+    if (!isSomewhere(position)) {
+        return;
+    }
+    const auto seed = static_cast<std::uint32_t>(seeds_.size());
+    seeds_.push_back(record);
     if (planted.entry != none && stored_[planted.entry] == position) {
         claimAround(claims_[planted.entry].leaf, position, seed);
-    } else if (std::isfinite(position.x) && std::isfinite(position.y)) {
+    } else {
         claimAsStray(position, seed);
     }
 }
@@ -131,7 +135,7 @@ inline void ClusterFormation::claimOrPass(std::uint32_t entry, PQTPoint position
         return;
     }
     if (claim.seed == setApart) {
-        if (const std::uint32_t index = keys_->sharedIndex(entry); index != none) {
+        if (const std::uint32_t index = keys_ ? keys_->sharedIndex(entry) : none; index != none) {
             foundShared_.push_back(index);
         }
         return;

@@ -1,6 +1,7 @@
 #include "Cluster/ClusterProjection.h"
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 namespace pelta::detail {
@@ -16,8 +17,11 @@ constexpr double quarterPi = 0.7853981633974483;
 }  // namespace
 
 PQTPoint clusterPoint(CLLocationCoordinate2D coordinate) noexcept {
+    if (!std::isfinite(coordinate.latitude) || !std::isfinite(coordinate.longitude)) {
+        constexpr double nowhere = std::numeric_limits<double>::quiet_NaN();
+        return {nowhere, nowhere};
+    }
     const double latitude = coordinate.latitude < -latitudeLimit ? -latitudeLimit : coordinate.latitude;
-    // NaN takes the second branch, as the northern edge does.
     const double argument =
         latitude < latitudeLimit ? latitude * std::numbers::pi / 360 + quarterPi : tangentArgumentAtLimit;
     return {(coordinate.longitude + 180) * perDegree,

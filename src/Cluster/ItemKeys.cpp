@@ -6,42 +6,64 @@
 
 #include <pelta/Cluster/PgmHashable.h>
 
+#include "Cluster/ClusterProjection.h"
+
 namespace pelta::detail {
 
-ItemKeys::ItemKeys(const ItemStore& items) {
+ItemKeys::ItemKeys(const ItemStore& items, std::span<const PQTPoint> current) {
+    findObjects(items);
     findKeys(items);
-    sortEntries(items);
+    sortEntries(items, current);
+}
+
+void ItemKeys::findObjects(const ItemStore& items) {
+    const auto records = items.records();
+    object_.assign(records.size(), none);
+    for (auto newest = static_cast<std::uint32_t>(records.size()); newest-- > 0;) {
+        if (!records[newest].isAlive() || object_[newest] != none) {
+            continue;
+        }
+        std::uint32_t first = newest;
+        for (std::uint32_t record = newest; record != none; record = items.olderOfSame(record)) {
+            first = records[record].isAlive() ? record : first;
+        }
+        for (std::uint32_t record = newest; record != none; record = items.olderOfSame(record)) {
+            object_[record] = records[record].isAlive() ? first : none;
+        }
+    }
 }
 
 void ItemKeys::findKeys(const ItemStore& items) {
     const auto records = items.records();
-    object_.assign(records.size(), none);
     key_.assign(records.size(), none);
     std::unordered_map<WrappingDictionaryKey, std::uint32_t> hashables;
-    for (std::uint32_t first = 0; first < records.size(); ++first) {
-        if (!records[first].isAlive() || object_[first] != none) {
+    for (std::uint32_t record = 0; record < records.size(); ++record) {
+        const std::uint32_t first = object_[record];
+        if (first != record) {
+            key_[record] = first == none ? none : key_[first];
             continue;
         }
-        const std::uint32_t key =
-            records[first].isHashable
-                ? hashables.try_emplace(WrappingDictionaryKey(records[first].item), first).first->second
-                : first;
-        std::uint32_t record = first;
-        do {
-            object_[record] = first;
-            key_[record] = key;
-            record = records[record].nextOfSame;
-        } while (record != first);
+        key_[record] =
+            records[record].isHashable
+                ? hashables.try_emplace(WrappingDictionaryKey(records[record].item), record).first->second
+                : record;
     }
 }
 
-void ItemKeys::sortEntries(const ItemStore& items) {
+void ItemKeys::sortEntries(const ItemStore& items, std::span<const PQTPoint> current) {
     const auto points = items.tree().points();
     const auto recordOf = items.tree().items();
     std::vector<std::uint32_t> last(key_.size(), none);  // by key
     deciding_.assign(key_.size(), none);
     shared_.assign(key_.size(), none);
-    items.tree().forEachEntry([&](std::uint32_t entry) {
+    const auto forEachEntry = [&](auto&& visit) {
+        items.tree().forEachEntry([&](std::uint32_t entry) {
+            if (isSomewhere(current[entry])) {
+                visit(entry);
+            }
+        });
+    };
+    forEachEntry([&](std::uint32_t entry) {
         const std::uint32_t key = key_[recordOf[entry]];
         const std::uint32_t previous = last[key];
         last[key] = entry;
@@ -51,7 +73,7 @@ void ItemKeys::sortEntries(const ItemStore& items) {
             shared_[key] = sharedKeyCount_++;
         }
     });
-    items.tree().forEachEntry([&](std::uint32_t entry) {
+    forEachEntry([&](std::uint32_t entry) {
         const std::uint32_t record = recordOf[entry];
         const std::uint32_t key = key_[record];
         if (shared_[key] != none) {

@@ -23,8 +23,9 @@ class ItemKeys {
         std::uint32_t object;  // counted by records; equal for the same object
     };
 
-    /// @param items  must be arranged.
-    explicit ItemKeys(const ItemStore& items);
+    /// @param items    must be arranged.
+    /// @param current  by entry: where its item lies now. Entries whose items are nowhere are left out.
+    ItemKeys(const ItemStore& items, std::span<const PQTPoint> current);
 
     /// The entry that decides whether the record's key has been claimed; `none` if the tree holds none, or
     /// when the key is shared.
@@ -41,8 +42,9 @@ class ItemKeys {
     [[nodiscard]] std::uint32_t sharedKeyCount() const noexcept { return sharedKeyCount_; }
 
  private:
+    void findObjects(const ItemStore& items);
     void findKeys(const ItemStore& items);
-    void sortEntries(const ItemStore& items);
+    void sortEntries(const ItemStore& items, std::span<const PQTPoint> current);
 
     std::vector<std::uint32_t> object_;    // by record: the first record of the same object
     std::vector<std::uint32_t> key_;       // by record: the first record of an equal object

@@ -12,7 +12,7 @@ namespace {
 
 constexpr PQTBounds world{-1, -1, 1, 1};
 constexpr std::size_t fewDead = 1024;
-constexpr std::uint32_t ringMask = (1U << 30U) - 1;
+constexpr std::uint32_t linkMask = (1U << 30U) - 1;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ void ItemStore::add(std::shared_ptr<PgmClusterItem> item) {
                         .isListed = 1,
                         .isHashable = hashable ? 1U : 0U});
     hashables_ += hashable ? 1 : 0;
-    joinRing(number);
+    chain(number);
 }
 
 /// Most items are of one class, which is asked only once.
@@ -41,16 +41,11 @@ bool ItemStore::isHashable(const PgmClusterItem& item) {
     return isLastTypeHashable_;
 }
 
-void ItemStore::joinRing(std::uint32_t number) {
+void ItemStore::chain(std::uint32_t number) {
     ItemRecord& record = records_[number];
     const std::uint32_t newest = newest_.find(record.item.get());
-    if (newest == none) {
-        record.nextOfSame = number & ringMask;
-    } else {
-        record.nextOfSame = records_[newest].nextOfSame;
-        records_[newest].nextOfSame = number & ringMask;
-        ++repeats_;
-    }
+    record.olderOfSame = (newest == none ? number : newest) & linkMask;
+    repeats_ += newest == none ? 0 : 1;
     newest_.set(record.item.get(), number);
 }
 
@@ -71,39 +66,34 @@ void ItemStore::remove(const PgmClusterItem& item) {
 
 std::shared_ptr<PgmClusterItem> ItemStore::unlist(const PgmClusterItem& item) {
     std::shared_ptr<PgmClusterItem> released;
-    const std::uint32_t newest = newest_.find(&item);
-    if (newest == none) {
-        return released;
-    }
-    std::uint32_t number = records_[newest].nextOfSame;
-    for (bool isLast = false; !isLast;) {
-        isLast = number == newest;
-        const std::uint32_t following = records_[number].nextOfSame;
+    // Those that were removed before are all older.
+    std::uint32_t number = newest_.find(&item);
+    while (number != none && records_[number].isListed) {
+        const std::uint32_t older = olderOfSame(number);
         records_[number].isListed = 0;
         if (!records_[number].isAlive()) {
             released = bury(number);
         }
-        number = following;
+        number = older;
     }
     return released;
 }
 
 std::shared_ptr<PgmClusterItem> ItemStore::bury(std::uint32_t number) {
     const void* object = records_[number].item.get();
-    const std::uint32_t newest = newest_.find(object);
-    std::uint32_t previous = newest;
-    while (records_[previous].nextOfSame != number) {
-        previous = records_[previous].nextOfSame;
-    }
-    if (previous == number) {
-        newest_.erase(object);
-    } else {
-        records_[previous].nextOfSame = records_[number].nextOfSame;
-        --repeats_;
-        if (number == newest) {
-            newest_.set(object, previous);
+    if (newest_.find(object) == number) {
+        // What is passed over here is never come to again, so an object added n times is buried in n steps.
+        std::uint32_t older = olderOfSame(number);
+        while (older != none && !records_[older].isAlive()) {
+            older = olderOfSame(older);
+        }
+        if (older == none) {
+            newest_.erase(object);
+        } else {
+            newest_.set(object, older);
         }
     }
+    repeats_ -= newest_.find(object) == none ? 0 : 1;
     hashables_ -= records_[number].isHashable;
     ++dead_;
     return std::exchange(records_[number].item, nullptr);
@@ -126,7 +116,7 @@ void ItemStore::compact() {
     dead_ = 0;
     repeats_ = 0;
     for (std::uint32_t number = 0; number < records_.size(); ++number) {
-        joinRing(number);
+        chain(number);
     }
 }
 

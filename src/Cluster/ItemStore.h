@@ -22,8 +22,8 @@ struct ItemRecord {
     std::uint32_t entry = none;        // its place in the tree; none when the tree does not hold it
     std::uint32_t isListed : 1 = 0;    // not removed yet, so that it may become a seed
     std::uint32_t isHashable : 1 = 0;  // the item implements PgmHashable
-    std::uint32_t nextOfSame : 30 =
-        0;  // ring of the living records of one object, oldest to newest to oldest
+    // The record before this one of the same object, which may be dead; the oldest one's is its own.
+    std::uint32_t olderOfSame : 30 = 0;
 
     /// A record is dead when neither seeds nor searches can come to it.
     [[nodiscard]] bool isAlive() const noexcept { return isListed || entry != none; }
@@ -49,6 +49,12 @@ class ItemStore {
 
     [[nodiscard]] const QuadTreeIndex& tree() const noexcept { return tree_; }
     [[nodiscard]] std::span<const ItemRecord> records() const noexcept { return records_; }
+    /// The record before this one of the same object, dead or alive; `none` for the oldest. From an object's
+    /// newest living record all its living ones are reached.
+    [[nodiscard]] std::uint32_t olderOfSame(std::uint32_t number) const noexcept {
+        const std::uint32_t older = records_[number].olderOfSame;
+        return older == number ? none : older;
+    }
 
     /// True when every living record has an object of its own and no item is hashable: then items are told
     /// apart by their records.
@@ -61,7 +67,7 @@ class ItemStore {
     };
 
     bool isHashable(const PgmClusterItem& item);
-    void joinRing(std::uint32_t number);
+    void chain(std::uint32_t number);
     /// Both hand over an item that they let go.
     std::shared_ptr<PgmClusterItem> unlist(const PgmClusterItem& item);
     std::shared_ptr<PgmClusterItem> bury(std::uint32_t number);

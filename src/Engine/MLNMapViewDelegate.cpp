@@ -10,6 +10,7 @@ void MLNMapViewDelegate::regionWillChange(MLNMapView& /*mapView*/, MLNCameraChan
 void MLNMapViewDelegate::regionIsChanging(MLNMapView& /*mapView*/, MLNCameraChangeReason /*reason*/) {}
 void MLNMapViewDelegate::regionDidChange(MLNMapView& /*mapView*/, MLNCameraChangeReason /*reason*/,
                                          bool /*animated*/) {}
+void MLNMapViewDelegate::mapViewDidChangeVisibleArea(MLNMapView& /*mapView*/) {}
 void MLNMapViewDelegate::mapViewWillStartRenderingFrame(MLNMapView& /*mapView*/) {}
 void MLNMapViewDelegate::mapViewDidBecomeIdle(MLNMapView& /*mapView*/) {}
 void MLNMapViewDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/,

@@ -55,7 +55,10 @@ class MLNMapView::Core::HostCall {
 MLNMapView::Core::Core(const std::shared_ptr<MLNMapView>& view)
     : events_(view),
       camera_(events_, [this] { requestFrame(); }),
-      contentInset_([this] { requestFrame(); }),
+      contentInset_([this] {
+          isVisibleAreaNew_ = true;
+          requestFrame();
+      }),
       tracking_(camera_, events_, [this] { userDidMove(); }),
       annotation_(tracking_, events_),
       ornaments_(*view,
@@ -132,6 +135,7 @@ void MLNMapView::Core::updateSurface() {
         renderer_->setSize(size, scale);
         contentInset_.setViewSize(size);
         ornaments_.setContentInset(contentInset_.effective());
+        isVisibleAreaNew_ = true;
         camera_.setViewSize(size);
     }
 }
@@ -250,7 +254,8 @@ void MLNMapView::Core::renderFrame() {
     // All that was asked for so far is part of this frame, and so is what the delegate changes in the style
     // now.
     isFrameUnderWay_ = true;
-    needsFrame_ = !camera_.isAtRest() || contentInset_.isMoving();
+    reportVisibleArea();
+    needsFrame_ = !camera_.isAtRest() || contentInset_.isMoving() || isVisibleAreaNew_;
     isPreparingFrame_ = true;
     events_.tell([](auto& delegate, auto& view) { delegate.mapViewWillStartRenderingFrame(view); });
     isPreparingFrame_ = false;
@@ -265,6 +270,12 @@ void MLNMapView::Core::renderFrame() {
         FrameLoop::request();
     }
     reportIdleIfAtRest();
+}
+
+void MLNMapView::Core::reportVisibleArea() {
+    if (std::exchange(isVisibleAreaNew_, false)) {
+        events_.tell([](auto& delegate, auto& view) { delegate.mapViewDidChangeVisibleArea(view); });
+    }
 }
 
 /// Brings what lies over the map in line with the frame just drawn.

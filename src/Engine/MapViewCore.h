@@ -88,6 +88,7 @@ class MLNMapView::Core final : public MapRendererHost,
     void styleDidChange();
     void userDidMove();
     void showCamera();
+    void reportVisibleArea();
     void commitChanges();
     void reportIdleIfAtRest();
 
@@ -109,6 +110,7 @@ class MLNMapView::Core final : public MapRendererHost,
     std::optional<StyleDocument> arrivingDocument_;  // handed to the renderer, not yet in place
 
     bool needsFrame_ = false;        // something has changed that no frame shows yet
+    bool isVisibleAreaNew_ = false;  // by size or inset, which nobody has been told
     bool isFrameUnderWay_ = false;   // a frame has begun and has not been handed to the renderer
     bool isPreparingFrame_ = false;  // the delegate is changing the style for the frame under way
     bool isAtRest_ = false;

@@ -7,6 +7,8 @@ void PgmMapDelegate::regionWillChangeAnimated(PgmMapView& /*mapView*/, bool /*an
 
 void PgmMapDelegate::regionIsChangingWithReason(PgmMapView& /*mapView*/, PgmCameraUpdateReason /*reason*/) {}
 
+void PgmMapDelegate::mapViewDidChangeVisibleArea(PgmMapView& /*mapView*/) {}
+
 void PgmMapDelegate::regionDidChangeAnimated(PgmMapView& /*mapView*/, bool /*animated*/,
                                              PgmCameraUpdateReason /*reason*/) {}
 

@@ -92,6 +92,19 @@ void PrivateMapDelegate::regionDidChange(MLNMapView& /*mapView*/, MLNCameraChang
     }
 }
 
+void PrivateMapDelegate::mapViewDidChangeVisibleArea(MLNMapView& /*mapView*/) {
+    const auto view = pgmMapView_.lock();
+    if (!view) {
+        return;
+    }
+    if (const auto delegate = view->delegate()) {
+        delegate->mapViewDidChangeVisibleArea(*view);
+    }
+    if (const auto delegate = view->clusterDelegate()) {
+        delegate->mapViewDidChangeVisibleArea(*view);
+    }
+}
+
 void PrivateMapDelegate::mapViewWillStartRenderingFrame(MLNMapView& /*mapView*/) {
     if (const auto view = pgmMapView_.lock()) {
         view->shapes_->doPendingWork();

@@ -19,6 +19,7 @@ class PrivateMapDelegate final : public MLNMapViewDelegate {
     void regionWillChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
     void regionIsChanging(MLNMapView& mapView, MLNCameraChangeReason reason) override;
     void regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
+    void mapViewDidChangeVisibleArea(MLNMapView& mapView) override;
     void mapViewWillStartRenderingFrame(MLNMapView& mapView) override;
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;

@@ -31,6 +31,10 @@ const std::map<std::string, Rooms> mayInclude{
     {"web", {"web", "Engine", "Platform"}},
 };
 
+/// Public headers that applications have no use for.
+const std::set<std::string> portHeaders{"pelta/Engine/MapRenderer.h", "pelta/Platform/Frames.h",
+                                        "pelta/Platform/ImageParts.h"};
+
 /// Headers of plain values, which every room may include.
 const std::set<std::string> valueHeaders{"pelta/Platform/CoreLocation.h"};
 
@@ -128,6 +132,17 @@ TEST(IncludeRules, RoomsSeeOnlyTheRoomsBelowThem) {
         }
     }
     EXPECT_THAT(faultsOf("", {sourceTree / "include/pelta/Pelta.h"}, true), testing::IsEmpty());
+}
+
+TEST(IncludeRules, TheUmbrellaHeaderHasAllThatApplicationsUse) {
+    std::set<std::string> included = portHeaders;
+    for (const auto& include : includesOf(sourceTree / "include/pelta/Pelta.h")) {
+        included.insert(include.header);
+    }
+    for (const auto& file : sourcesIn("include/pelta")) {
+        const std::string header = fs::relative(file, sourceTree / "include");
+        EXPECT_TRUE(header == "pelta/Pelta.h" || included.contains(header)) << header;
+    }
 }
 
 /// What shows clusters on a map needs the whole library; clustering itself must not come to need it too.

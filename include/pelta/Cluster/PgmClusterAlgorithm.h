@@ -56,10 +56,11 @@ class PgmClusterAlgorithm {
 /// quad tree over the whole world (`PQTPointQuadTree`) finds them. The result depends only on the items and
 /// on the order in which they were added and removed.
 ///
-/// Positions are laid out in a square Mercator world. Latitudes beyond 85.05112878° count as that; a NaN
-/// latitude counts as the northern edge. An item whose longitude is above 180°, below -540° or not finite, or
-/// that lies so near the southern edge that rounding carries it out of the world, belongs to no cluster and
-/// does not come back from `clustersAtZoom`, though as a seed it may claim others.
+/// Positions are laid out in a square Mercator world. Latitudes beyond 85.05112878° count as that. An item
+/// whose longitude is above 180° or below -540°, or that lies so near the southern edge that rounding carries
+/// it out of the world, belongs to no cluster and does not come back from `clustersAtZoom`, though as a seed
+/// it may claim others. An item with a coordinate that is not finite is nowhere: it belongs to no cluster and
+/// is no seed. It is held all the same, until it is removed.
 ///
 /// The time grows with the number of items, a little faster than in proportion, however they are spread; the
 /// order of items is worked out once after a change and kept. Holding an item takes at most 96 bytes beside
@@ -89,7 +90,8 @@ class PgmNonHierarchicalDistanceBasedAlgorithm final : public PgmClusterAlgorith
 
     /// Ends every occurrence of the item as a seed, and takes one item at the item's present position out of
     /// what searches find: the earliest added there, whichever it is. So of several items at exactly one
-    /// position another may cease to be found, also when `item` itself was never added.
+    /// position another may cease to be found, also when `item` itself was never added. Removing an item as
+    /// often as it was added takes time in proportion to that.
     void remove(const std::shared_ptr<PgmClusterItem>& item) override;
     void remove(std::span<const std::shared_ptr<PgmClusterItem>> items) override;
     void clear() override;

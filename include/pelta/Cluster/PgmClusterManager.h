@@ -24,13 +24,15 @@ class ShownClusters;
 /// Shows any number of items on a map as numbered markers, grouped anew for each whole zoom level.
 ///
 /// A change of items is clustered once, 0.2 seconds after the last one; a camera that comes to another
-/// rounded zoom level at once. Only clusters within the map's visible bounds get a marker. Panning at one
-/// zoom level adds the markers of clusters that come into view and leaves those that went out of it; these go
-/// at the next clustering. A clustering that groups the items as before leaves the map as it is.
+/// rounded zoom level at once. Only clusters within the map's visible bounds get a marker, whichever copy of
+/// the world is seen there, also beyond the antimeridian. Panning at one zoom level, another size of the view
+/// and another content inset add the markers of clusters that come into view and leave those that went out of
+/// it; these go at the next clustering that groups the items otherwise.
 ///
 /// The application keeps the manager; releasing it takes its markers off the map and ends what it was asked
-/// for. The manager hears of the camera as the map view's `clusterDelegate`, so a view has one manager at a
-/// time. Main thread only.
+/// for. The manager hears of the camera and of the visible area as the map view's `clusterDelegate`, so a
+/// view has one manager at a time. Where the application's code moves the camera while clusters are formed or
+/// shown, what follows from that is done in a later turn of the main queue. Main thread only.
 class PgmClusterManager : public PgmMapDelegate, public std::enable_shared_from_this<PgmClusterManager> {
  public:
     /// A manager without items.
@@ -46,7 +48,8 @@ class PgmClusterManager : public PgmMapDelegate, public std::enable_shared_from_
     virtual void completeConstruction(std::string_view className);
 
     /// @name Items
-    /// Passed on to the algorithm, which says which positions can be clustered.
+    /// Passed on to the algorithm, which says which positions can be clustered. An item that cannot is shown
+    /// nowhere and can be removed like any other.
     /// @{
     /// Adds an item; null is ignored.
     void addItem(std::shared_ptr<PgmClusterItem> item);
@@ -98,19 +101,24 @@ class PgmClusterManager : public PgmMapDelegate, public std::enable_shared_from_
 
     /// For the map view: the camera moves.
     void regionIsChangingWithReason(PgmMapView& mapView, PgmCameraUpdateReason reason) override;
+    /// For the map view: its size or its content inset has changed.
+    void mapViewDidChangeVisibleArea(PgmMapView& mapView) override;
 
  private:
     class Run;
+    /// What came up during a run; the greater includes the lesser.
+    enum class Deferred { nothing, check, run, forcedRun };
 
     void requestCluster();
     void scheduleRequest(double delay);
     void requestIsDue();
     void checkNeedCluster();
     void cluster(bool force);
-    void clusterLater(bool force);
-    void draw(std::vector<std::shared_ptr<PgmCluster>> clusters, bool force,
-              const std::shared_ptr<PgmMapView>& view);
     void updateCluster(const std::shared_ptr<PgmMapView>& view);
+    template <class Work>
+    void onStage(const std::shared_ptr<PgmMapView>& view, Work&& work);
+    void doLater(Deferred work);
+    void doDeferred();
     void prepareMarker(const std::shared_ptr<PgmMarker>& marker, const std::shared_ptr<PgmCluster>& cluster);
     [[nodiscard]] bool isShownAsItem(const PgmCluster& cluster) const;
     bool didTap(const std::shared_ptr<PgmMarker>& marker);
@@ -123,8 +131,7 @@ class PgmClusterManager : public PgmMapDelegate, public std::enable_shared_from_
     std::unique_ptr<detail::ShownClusters> shown_;
     double requestDue_ = 0;            // port's clock
     bool isRequestScheduled_ = false;  // one task at most, which waits on when a later request moved the time
-    bool isRunQueued_ = false;
-    bool isQueuedRunForced_ = false;
+    Deferred deferred_ = Deferred::nothing;
     bool isClustering_ = false;
     bool sync_ = false;
     bool cameraChangedImmy_ = true;

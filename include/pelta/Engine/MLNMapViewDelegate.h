@@ -32,6 +32,11 @@ class MLNMapViewDelegate {
     /// A camera change has ended.
     virtual void regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated);
 
+    /// Another part of the world is visible though the camera has not moved: the size of the view or the
+    /// content inset has changed. Told at the beginning of the frame that shows it, once however much has
+    /// changed; while an inset changes over time, for each frame. What is done to the style now is part of
+    /// the frame.
+    virtual void mapViewDidChangeVisibleArea(MLNMapView& mapView);
     /// A frame is about to be drawn: the last moment at which changes of the style are part of it. At most
     /// once a frame, after its camera events and main-queue tasks.
     virtual void mapViewWillStartRenderingFrame(MLNMapView& mapView);

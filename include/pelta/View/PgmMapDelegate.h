@@ -21,6 +21,10 @@ class PgmMapDelegate {
     virtual void regionIsChangingWithReason(PgmMapView& mapView, PgmCameraUpdateReason reason);
     /// A camera change has ended.
     virtual void regionDidChangeAnimated(PgmMapView& mapView, bool animated, PgmCameraUpdateReason reason);
+    /// Another part of the world is visible though the camera has not moved: the view's size or its content
+    /// inset has changed. Told before the frame that shows it, once however much has changed; while an inset
+    /// changes over time, for each frame.
+    virtual void mapViewDidChangeVisibleArea(PgmMapView& mapView);
     /// Nothing is left to load, move or draw.
     virtual void mapViewDidBecomeIdle(PgmMapView& mapView);
     /// The map was tapped at a place, in degrees, where no shape has dealt with the tap. A double tap is no

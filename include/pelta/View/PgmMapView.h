@@ -68,8 +68,8 @@ class PgmMapView : public UIView {
     /// Held weakly; null when there is none.
     [[nodiscard]] std::shared_ptr<PgmMapDelegate> delegate() const { return delegate_.lock(); }
     void setDelegate(const std::shared_ptr<PgmMapDelegate>& delegate) { delegate_ = delegate; }
-    /// Second listener to `regionIsChangingWithReason` alone, after `delegate`; for a cluster manager. Held
-    /// weakly.
+    /// Second listener to `regionIsChangingWithReason` and `mapViewDidChangeVisibleArea` alone, after
+    /// `delegate`; for a cluster manager. Held weakly.
     [[nodiscard]] std::shared_ptr<PgmMapDelegate> clusterDelegate() const { return clusterDelegate_.lock(); }
     void setClusterDelegate(const std::shared_ptr<PgmMapDelegate>& delegate) { clusterDelegate_ = delegate; }
     /// @}

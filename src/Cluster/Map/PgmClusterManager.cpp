@@ -83,7 +83,7 @@ void PgmClusterManager::setAlgorithm(std::shared_ptr<PgmClusterAlgorithm> algori
 }
 
 const std::vector<std::shared_ptr<PgmCluster>>& PgmClusterManager::clusters() const noexcept {
-    return shown_->index().clusters();
+    return shown_->clusters();
 }
 
 // Items
@@ -151,12 +151,18 @@ void PgmClusterManager::requestIsDue() {
 
 void PgmClusterManager::regionIsChangingWithReason(PgmMapView& /*mapView*/,
                                                    PgmCameraUpdateReason /*reason*/) {
-    if (!isClustering_) {
-        checkNeedCluster();
-    }
+    checkNeedCluster();
+}
+
+void PgmClusterManager::mapViewDidChangeVisibleArea(PgmMapView& /*mapView*/) {
+    checkNeedCluster();
 }
 
 void PgmClusterManager::checkNeedCluster() {
+    if (isClustering_) {
+        doLater(Deferred::check);
+        return;
+    }
     const auto view = mapView();
     if (!view || !previousCamera_) {
         return;
@@ -172,22 +178,29 @@ void PgmClusterManager::checkNeedCluster() {
 
 // Clustering
 
-void PgmClusterManager::clusterLater(bool force) {
-    isQueuedRunForced_ = isQueuedRunForced_ || force;
-    if (std::exchange(isRunQueued_, true)) {
-        return;
+void PgmClusterManager::doLater(Deferred work) {
+    if (deferred_ == Deferred::nothing) {
+        MainQueue::async([weak = weak_from_this()] {
+            if (const auto manager = weak.lock()) {
+                manager->doDeferred();
+            }
+        });
     }
-    MainQueue::async([weak = weak_from_this()] {
-        if (const auto manager = weak.lock()) {
-            manager->isRunQueued_ = false;
-            manager->cluster(std::exchange(manager->isQueuedRunForced_, false));
-        }
-    });
+    deferred_ = std::max(deferred_, work);
+}
+
+void PgmClusterManager::doDeferred() {
+    const auto work = std::exchange(deferred_, Deferred::nothing);
+    if (work == Deferred::check) {
+        checkNeedCluster();
+    } else {
+        cluster(work == Deferred::forcedRun);
+    }
 }
 
 void PgmClusterManager::cluster(bool force) {
     if (isClustering_) {
-        clusterLater(force);
+        doLater(force ? Deferred::forcedRun : Deferred::run);
         return;
     }
     const Run run(*this);
@@ -199,26 +212,22 @@ void PgmClusterManager::cluster(bool force) {
     auto camera = view->cameraPosition();
     auto clusters = algorithm->clustersAtZoom(static_cast<float>(roundedZoom(camera)));
     std::erase(clusters, nullptr);
-    if (force || !shown_->index().holdsTheSame(clusters)) {
-        draw(std::move(clusters), force, view);
-    }
+    onStage(view, [&](const detail::ShownClusters::Stage& stage) {
+        shown_->show(std::move(clusters), force, stage);
+    });
     previousCamera_ = std::move(camera);
-}
-
-void PgmClusterManager::draw(std::vector<std::shared_ptr<PgmCluster>> clusters, bool force,
-                             const std::shared_ptr<PgmMapView>& view) {
-    if (const auto bounds = view->contentBounds()) {
-        shown_->replace(
-            std::move(clusters), force,
-            {view, *bounds, [this](const auto& marker, const auto& shown) { prepareMarker(marker, shown); }});
-    }
 }
 
 void PgmClusterManager::updateCluster(const std::shared_ptr<PgmMapView>& view) {
     const Run run(*this);
+    onStage(view, [&](const detail::ShownClusters::Stage& stage) { shown_->extend(stage); });
+}
+
+template <class Work>
+void PgmClusterManager::onStage(const std::shared_ptr<PgmMapView>& view, Work&& work) {
     if (const auto bounds = view->contentBounds()) {
-        shown_->extend(
-            {view, *bounds, [this](const auto& marker, const auto& shown) { prepareMarker(marker, shown); }});
+        work({view, detail::VisibleArea(*bounds),
+              [this](const auto& marker, const auto& shown) { prepareMarker(marker, shown); }});
     }
 }
 

@@ -1,21 +1,20 @@
 #include "Cluster/Map/ShownClusters.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_map>
 #include <utility>
+
+#include "Cluster/Map/ClusterTable.h"
+#include "Cluster/Map/PositionHash.h"
 
 namespace pelta::detail {
 
 namespace {
 
-using Markers = std::vector<std::shared_ptr<PgmMarker>>;
+constexpr std::uint32_t none = Grouping::none;
 
-struct PositionHash {
-    std::size_t operator()(CLLocationCoordinate2D position) const noexcept {
-        const std::hash<double> hash;
-        return hash(position.latitude) * 31 + hash(position.longitude);
-    }
-};
+using Markers = ShownClusters::Markers;
 
 /// Hands detached markers out to positions: each to the position where it stood, the rest in any order. Null
 /// where they do not suffice.
@@ -41,8 +40,8 @@ Markers markersFor(const std::vector<CLLocationCoordinate2D>& positions, Markers
     return markers;
 }
 
-void show(const std::shared_ptr<PgmMarker>& marker, const std::shared_ptr<PgmCluster>& cluster,
-          const ShownClusters::Stage& stage) {
+void showMarker(const std::shared_ptr<PgmMarker>& marker, const std::shared_ptr<PgmCluster>& cluster,
+                const ShownClusters::Stage& stage) {
     stage.prepare(marker, cluster);
     marker->setMapView(stage.view);
 }
@@ -55,58 +54,120 @@ ShownClusters::~ShownClusters() {
     }
 }
 
-void ShownClusters::replace(Clusters clusters, bool force, const Stage& stage) {
-    ClusterIndex next(std::move(clusters));
-    std::vector<Shown> shown;
-    std::vector<bool> isShown(next.clusters().size());
-    Markers detached;
-    for (const auto& [number, marker] : shown_) {
-        const auto& cluster = *index_.clusters()[number];
-        const auto again = force ? std::nullopt : next.find(cluster);
-        if (again && !isShown[*again] && stage.bounds.contains(cluster.position())) {
-            isShown[*again] = true;
-            shown.push_back({*again, marker});
-        } else {
-            // Off the map, a marker takes any number of changes for the price of one.
-            marker->setMapView(nullptr);
-            detached.push_back(marker);
+void ShownClusters::show(Clusters clusters, bool force, const Stage& stage) {
+    Grouping next(std::move(clusters));
+    if (force) {
+        replace(std::move(next), std::vector(grouping_.size(), none), stage);
+        return;
+    }
+    const Comparison comparison = compare(next);
+    if (comparison.isSame) {
+        extend(stage);
+    } else {
+        replace(std::move(next), comparison.nextNumbers, stage);
+    }
+}
+
+ShownClusters::Comparison ShownClusters::compare(const Grouping& next) const {
+    // Of groupings of different sizes, which are not the same, it matters only what becomes of the shown
+    // ones.
+    Comparison result{next.size() == grouping_.size(), std::vector(grouping_.size(), none)};
+    ClusterTable table(grouping_, result.isSame ? grouping_.size() : shown_.size());
+    if (result.isSame) {
+        for (std::uint32_t number = 0; number < grouping_.size(); ++number) {
+            table.insert(number);
+        }
+    } else {
+        for (const Shown& shown : shown_) {
+            table.insert(shown.number);
         }
     }
-    auto missing = next.within(stage.bounds);
-    std::erase_if(missing, [&](std::uint32_t number) { return isShown[number]; });
+    std::size_t found = 0;
+    for (std::uint32_t number = 0; number < next.size(); ++number) {
+        const std::uint32_t same = table.find(next, number);
+        if (same == none) {
+            result.isSame = false;
+        } else if (result.nextNumbers[same] == none) {
+            result.nextNumbers[same] = number;
+            ++found;
+        }
+    }
+    result.isSame = result.isSame && found == table.size();
+    return result;
+}
+
+void ShownClusters::replace(Grouping next, std::span<const std::uint32_t> nextNumbers, const Stage& stage) {
+    std::vector<bool> isShown(next.size());
+    Markers detached;
+    for (Shown& shown : shown_) {
+        shown.nextNumber = nextNumbers[shown.number];
+        if (shown.nextNumber != none && stage.area.contains(grouping_.positions()[shown.number])) {
+            isShown[shown.nextNumber] = true;
+        } else {
+            shown.nextNumber = none;
+            // Off the map, a marker takes any number of changes for the price of one.
+            shown.marker->setMapView(nullptr);
+            detached.push_back(shown.marker);
+        }
+    }
+    auto added = add(next, isShown, std::move(detached), stage);
+    std::vector<Shown> all;
+    all.reserve(shown_.size() + added.size());
+    for (Shown& shown : shown_) {
+        if (shown.nextNumber != none) {
+            all.push_back({shown.nextNumber, none, std::move(shown.marker)});
+        }
+    }
+    std::move(added.begin(), added.end(), std::back_inserter(all));
+    places_ = PlaceGrid(next.positions());
+    // What was shown before is released last: the end of an application's object may run its code.
+    std::swap(shown_, all);
+    std::swap(isShown_, isShown);
+    std::swap(grouping_, next);
+}
+
+/// Shows what is within the area and not shown yet, with the detached markers as far as they suffice.
+std::vector<ShownClusters::Shown> ShownClusters::add(const Grouping& grouping, std::vector<bool>& isShown,
+                                                     Markers detached, const Stage& stage) {
+    std::vector<std::uint32_t> missing;
     std::vector<CLLocationCoordinate2D> positions;
-    positions.reserve(missing.size());
-    for (const std::uint32_t number : missing) {
-        positions.push_back(next.clusters()[number]->position());
+    for (std::uint32_t number = 0; number < isShown.size(); ++number) {
+        if (!isShown[number] && stage.area.contains(grouping.positions()[number])) {
+            missing.push_back(number);
+            positions.push_back(grouping.positions()[number]);
+        }
     }
     const Markers markers = markersFor(positions, std::move(detached));
+    std::vector<Shown> added;
     for (std::size_t i = 0; i < missing.size(); ++i) {
         const auto marker = markers[i] ? markers[i] : PgmMarker::create();
-        show(marker, next.clusters()[missing[i]], stage);
+        showMarker(marker, grouping.clusters()[missing[i]], stage);
         isShown[missing[i]] = true;
-        shown.push_back({missing[i], marker});
+        added.push_back({missing[i], none, marker});
     }
-    // What was shown before is released last: the end of an application's object may run its code.
-    std::swap(shown_, shown);
-    std::swap(isShown_, isShown);
-    std::swap(index_, next);
+    return added;
 }
 
 void ShownClusters::extend(const Stage& stage) {
-    for (const std::uint32_t number : index_.within(stage.bounds)) {
+    std::vector<std::uint32_t> missing;
+    places_.forEachIn(stage.area, [&](std::uint32_t number) {
         if (!isShown_[number]) {
-            const auto marker = PgmMarker::create();
-            show(marker, index_.clusters()[number], stage);
-            isShown_[number] = true;
-            shown_.push_back({number, marker});
+            missing.push_back(number);
         }
+    });
+    std::sort(missing.begin(), missing.end());
+    for (const std::uint32_t number : missing) {
+        const auto marker = PgmMarker::create();
+        showMarker(marker, grouping_.clusters()[number], stage);
+        isShown_[number] = true;
+        shown_.push_back({number, none, marker});
     }
 }
 
 std::shared_ptr<PgmCluster> ShownClusters::clusterOf(const PgmShape& marker) const {
     const auto found = std::find_if(shown_.begin(), shown_.end(),
                                     [&](const Shown& shown) { return shown.marker.get() == &marker; });
-    return found == shown_.end() ? nullptr : index_.clusters()[found->number];
+    return found == shown_.end() ? nullptr : grouping_.clusters()[found->number];
 }
 
 }  // namespace pelta::detail

@@ -53,6 +53,10 @@ void EngineRecorder::regionDidChange(MLNMapView& mapView, MLNCameraChangeReason 
     inner_->regionDidChange(mapView, reason, animated);
 }
 
+void EngineRecorder::mapViewDidChangeVisibleArea(MLNMapView& mapView) {
+    inner_->mapViewDidChangeVisibleArea(mapView);
+}
+
 void EngineRecorder::mapViewWillStartRenderingFrame(MLNMapView& mapView) {
     ++frameCount_;
     inner_->mapViewWillStartRenderingFrame(mapView);

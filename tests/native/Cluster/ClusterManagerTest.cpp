@@ -1,4 +1,5 @@
 #include <array>
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <random>
@@ -109,13 +110,24 @@ class ClusterManagerTest : public MapFixture {
         port.advance(0.25);
     }
 
+    /// Whether a place, or a copy of it further round the world, is drawn inside the view.
+    bool isOnScreen(CLLocationCoordinate2D at) const {
+        for (at.longitude -= 720; at.longitude < 900; at.longitude += 360) {
+            const auto point = engineOf(map).convertCoordinate(at, nullptr);
+            const auto size = map->bounds().size;
+            if (point.x >= 0 && point.x <= size.width && point.y >= 0 && point.y <= size.height) {
+                return std::isfinite(at.latitude) && std::isfinite(at.longitude);
+            }
+        }
+        return false;
+    }
+
     /// Every cluster in view has one marker, at its place; nothing else within the view has.
     void expectMarkersOfWhatIsVisible() {
-        const auto bounds = map->contentBounds();
         const auto visible = [&](const auto& list) {
             std::vector<std::pair<double, double>> positions;
             for (const auto& each : list) {
-                if (const auto at = each->position(); bounds->contains(at)) {
+                if (const auto at = each->position(); isOnScreen(at)) {
                     positions.emplace_back(at.latitude, at.longitude);
                 }
             }
@@ -193,6 +205,84 @@ TEST_F(ClusterManagerTest, AnEqualResultDrawsNothingUnlessForced) {
     EXPECT_EQ(markers(), before) << "markers are used again";
 }
 
+/// Answers what a test wants.
+class GivenClusters final : public PgmClusterAlgorithm {
+ public:
+    std::uint64_t minClusteringCount() const override { return 2; }
+    void setMinClusteringCount(std::uint64_t) override {}
+    std::uint64_t maxDistanceBetweenItems() const override { return 0; }
+    void setMaxDistanceBetweenItems(std::uint64_t) override {}
+    void add(Item) override {}
+    void add(std::span<const Item>) override {}
+    void remove(const Item&) override {}
+    void remove(std::span<const Item>) override {}
+    void clear() override {}
+    std::vector<std::shared_ptr<PgmCluster>> clustersAtZoom(float) override {
+        std::vector<std::shared_ptr<PgmCluster>> clusters;
+        for (const auto& [longitude, items] : given) {
+            clusters.push_back(
+                std::make_shared<PgmStaticCluster>(CLLocationCoordinate2D{0, longitude}, items));
+        }
+        return clusters;
+    }
+
+    std::vector<std::pair<double, std::vector<Item>>> given;
+};
+
+TEST_F(ClusterManagerTest, GroupingsAreComparedByPositionsAndItems) {
+    const auto given = std::make_shared<GivenClusters>();
+    manager->setAlgorithm(given);
+    manager->setSync(true);
+    look({0, 0}, 5);
+    const Item a = place(0, 0), b = place(0, 0), c = place(0, 0), d = place(0, 0);
+    using Groups = decltype(given->given);
+    const Groups start{{0, {a, b}}, {1, {c}}, {1, {d}}};
+    struct Case {
+        const char* what;
+        Groups groups;
+        std::vector<std::string> rendered;
+    };
+    for (const Case& test :
+         {Case{"in another order", {{1, {d}}, {0, {b, a}}, {1, {c}}}, {}},
+          Case{"one moved", {{0, {a, b}}, {1, {c}}, {1.5, {d}}}, {"item elsewhere"}},
+          Case{"one with other items", {{0, {a, c}}, {1, {c}}, {1, {d}}}, {"2 items"}},
+          Case{"one with more", {{0, {a, b, d}}, {1, {c}}, {1, {d}}}, {"3 items"}},
+          Case{"items at one position changed", {{0, {a, b}}, {1, {c}}, {1, {a}}}, {"item elsewhere"}},
+          Case{"the same one twice", {{0, {a, b}}, {1, {c}}, {1, {c}}}, {"item elsewhere"}},
+          Case{"one less", {{0, {a, b}}, {1, {c}}}, {}}}) {
+        SCOPED_TRACE(test.what);
+        given->given = start;
+        manager->Pgmalidate();
+        listener->rendered.clear();
+        given->given = test.groups;
+        manager->addItem(nullptr);
+        EXPECT_EQ(listener->rendered, test.rendered);
+        EXPECT_EQ(markers().size(), test.groups.size());
+    }
+}
+
+/// Steps that grow with the square of the count would take minutes here.
+TEST_F(ClusterManagerTest, ManyClustersMayBeNearEachOtherOrAtOnePosition) {
+    constexpr std::size_t count = 100'000;
+    std::mt19937 random(1);
+    std::uniform_real_distribution<double> north(37.4, 37.6), east(126.9, 127.1);
+    std::vector<Item> items;
+    for (std::size_t i = 0; i < count; ++i) {
+        items.push_back(place(north(random), east(random)));
+        items.push_back(place(37.5, 127));
+    }
+    look({0, 0}, 10);
+    algorithm->setMaxDistanceBetweenItems(0);
+    algorithm->setMinClusteringCount(count * 10);
+    manager->setSync(true);
+    manager->addItems(items);
+    algorithm->remove(std::span(items).first(2));
+    manager->addItem(place(37.5, 127.01));
+    ASSERT_EQ(manager->clusters().size(), 2 * count - 1);
+    EXPECT_EQ(manager->clusters().back()->position().longitude, 127.01);
+    EXPECT_THAT(markers(), IsEmpty());
+}
+
 TEST_F(ClusterManagerTest, PanningAddsAndTheNextClusteringClearsUp) {
     for (double longitude = 120; longitude < 134; longitude += 0.8) {
         manager->addItem(place(37.5, longitude));
@@ -218,6 +308,104 @@ TEST_F(ClusterManagerTest, PanningAddsAndTheNextClusteringClearsUp) {
     EXPECT_EQ(first[0]->position(), firstPosition);
     port.runFrame();
     EXPECT_EQ(featuresOf(map).size(), 1U);
+}
+
+/// Counts how often it hears that another part of the world is visible.
+class AreaCounter final : public PgmMapDelegate {
+ public:
+    void mapViewDidChangeVisibleArea(PgmMapView&) override { ++count; }
+    int count = 0;
+};
+
+TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
+    constexpr CGRect small{{0, 0}, {200, 150}};
+    struct Case {
+        const char* what;
+        CGRect frame;
+        std::function<void()> start, change;
+        int areaEvents;  // -1: several
+    };
+    const auto lookTurned = [this](double latitude, double longitude, double zoom) {
+        map->setCameraPosition(PgmCameraPosition::create({latitude, longitude}, zoom, 50, 30));
+    };
+    const auto stay = [this] { look({37, 127}, 4); };
+    const std::vector<Case> cases{
+        {"west of the antimeridian", window->bounds(), stay,
+         [this] {
+             look({37, -170}, 1.5);
+         },
+         0},
+        {"east of it", window->bounds(), stay,
+         [this] {
+             look({37, 175}, 1.5);
+         },
+         0},
+        {"across it at one zoom", window->bounds(),
+         [this] {
+             look({37, 160}, 4);
+         },
+         [this] {
+             look({37, 179}, 4);
+         },
+         0},
+        {"a view wider than the world", window->bounds(), stay,
+         [this] {
+             map->setMinimumZoomLevel(0), look({10, 100}, 0);
+         },
+         0},
+        {"turned and tilted", window->bounds(), stay, [&] { lookTurned(20, -178, 2); }, 0},
+        {"the same groups from further away", window->bounds(),
+         [this] {
+             look({35, 125}, 6.4);
+         },
+         [this] {
+             look({35, 125}, 4.6);
+         },
+         0},
+        {"the view grows", small, stay, [this] { map->setFrame(window->bounds()); }, 1},
+        {"the view is laid out late", {}, stay, [this] { map->setFrame(window->bounds()); }, 1},
+        {"another inset", window->bounds(), stay,
+         [this] {
+             map->setContentInset({0, 500, 0, 0});
+         },
+         1},
+        {"an inset over time", window->bounds(), stay,
+         [this] {
+             engineOf(map).setContentInset({0, 0, 400, 0}, true, {});
+         },
+         -1},
+        {"inset and size in one frame", small, stay,
+         [this] {
+             map->setContentInset({50, 0, 0, 0}), map->setFrame(window->bounds());
+         },
+         1},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        map = PgmMapView::create(test.frame);
+        window->addSubview(map);
+        manager = PgmClusterManager::create(map);
+        const auto counter = std::make_shared<AreaCounter>();
+        map->setDelegate(counter);
+        test.start();
+        port.advance(1);
+        for (int north = -75; north < 80; north += 10) {
+            for (int east = -175; east < 180; east += 10) {
+                manager->algorithm()->add(place(north, east));
+            }
+        }
+        manager->Pgmalidate();
+        expectMarkersOfWhatIsVisible();
+        const auto before = markers().size();
+        counter->count = 0;
+        test.change();
+        port.advance(1);
+        expectMarkersOfWhatIsVisible();
+        EXPECT_GT(markers().size(), before);
+        EXPECT_TRUE(test.areaEvents < 0 ? counter->count > 5 : counter->count == test.areaEvents)
+            << counter->count;
+        map->removeFromSuperview();
+    }
 }
 
 TEST_F(ClusterManagerTest, WhateverTheCameraDoesEachVisibleClusterHasOneMarker) {
@@ -305,7 +493,15 @@ TEST_F(ClusterManagerTest, CallbacksMayDoAnything) {
         {"remove items at once", [this] { manager->setSync(true), manager->clearItems(); }},
         {"remove shapes", removeShapes},
         {"force a clustering", [this] { manager->Pgmalidate(); }},
-        {"move the camera", [this] { look(seoul, 13); }},
+        {"move the camera out", [this] { look(seoul, 13); }},
+        {"move the camera in",
+         [this] {
+             look({37.6, 127.2}, 19.6);
+         }},
+        {"move it aside",
+         [this] {
+             look({37.6, 127.2}, map->cameraPosition()->zoom());
+         }},
         {"release the delegate", [this] { listener = nullptr; }},
         {"release the manager", [this] { manager = nullptr; }},
         {"release the map", [this] { map->removeFromSuperview(), map = nullptr; }},
@@ -334,6 +530,12 @@ TEST_F(ClusterManagerTest, CallbacksMayDoAnything) {
             }
             port.advance(1);
             EXPECT_TRUE(hasActed);
+            if (map && manager) {
+                const auto zoom = std::round(map->cameraPosition()->zoom());
+                const auto atRest = manager->algorithm()->clustersAtZoom(static_cast<float>(zoom));
+                EXPECT_EQ(manager->clusters().size(), atRest.size());
+                expectMarkersOfWhatIsVisible();
+            }
             if (map && (!manager || manager->clusters().empty())) {
                 EXPECT_THAT(markers(), IsEmpty()) << "they went with what they stood for";
             }

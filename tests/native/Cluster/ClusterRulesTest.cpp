@@ -1,6 +1,8 @@
+#include <cmath>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 #include <pelta/Cluster/PgmClusterAlgorithm.h>
 #include <pelta/Cluster/PgmHashable.h>
@@ -80,6 +82,65 @@ TEST(ClusterRulesTest, GroupsByNearestSeedLatestOnTies) {
         EXPECT_THAT(groups(algorithm, test.items, test.zoom), testing::ElementsAreArray(test.groups))
             << test.what;
     }
+}
+
+TEST(ClusterRulesTest, WhatIsNowhereIsInNoClusterAndSeedsNone) {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    for (const auto nowhere : {CLLocationCoordinate2D{std::nan(""), 10},
+                               {0, std::nan("")},
+                               {infinity, 10},
+                               {-infinity, 10},
+                               {85.05, infinity}}) {
+        for (const bool isAddedSomewhere : {false, true}) {
+            SCOPED_TRACE(testing::Message()
+                         << nowhere.latitude << " " << nowhere.longitude << " " << isAddedSomewhere);
+            const auto lost =
+                std::make_shared<Place>(isAddedSomewhere ? CLLocationCoordinate2D{0, 10} : nowhere);
+            // Items on both edges and in between, which a position that was pushed to an edge would find.
+            const std::vector<Item> items{lost, std::make_shared<Place>(CLLocationCoordinate2D{85.05, 10}),
+                                          std::make_shared<Place>(CLLocationCoordinate2D{0, 10}),
+                                          std::make_shared<Place>(CLLocationCoordinate2D{-85.05, 10})};
+            const std::vector<std::vector<std::size_t>> others{{1}, {2}, {3}};
+            PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+            algorithm.setMinClusteringCount(0);
+            algorithm.add(items);
+            lost->at = nowhere;
+            EXPECT_EQ(groups(algorithm, items, 1), others);
+            algorithm.add(items[2]);
+            EXPECT_EQ(groups(algorithm, items, 1), others) << "also where items repeat";
+            algorithm.remove(lost);
+            algorithm.remove(items[2]);
+            algorithm.add(items[2]);
+            lost->at = {0, 10};
+            EXPECT_EQ(algorithm.clustersAtZoom(1).size(), 3U) << "removed, it comes back no more";
+        }
+    }
+}
+
+/// Steps that grow with the square of the count would take minutes here.
+TEST(ClusterRulesTest, AnObjectIsRemovedAsOftenAsItWasAdded) {
+    constexpr long count = 100'000;
+    const auto items = itemsAt({10});
+    const std::vector<Item> same(count, items[0]);
+    const auto moving = std::make_shared<Place>(CLLocationCoordinate2D{});
+    PgmNonHierarchicalDistanceBasedAlgorithm algorithm;
+    algorithm.add(same);
+    algorithm.remove(std::span(same).first(count / 2));
+    algorithm.add(items);
+    EXPECT_EQ(items[0].use_count(), 1 + count + count / 2 + 1);
+    EXPECT_EQ(groups(algorithm, items, 1), (std::vector<std::vector<std::size_t>>{{0}}));
+    algorithm.remove(same);
+    EXPECT_TRUE(algorithm.clustersAtZoom(1).empty());
+    for (long i = 0; i < count; ++i) {
+        moving->at.longitude = static_cast<double>(i) * 1e-4;
+        algorithm.add(moving);
+    }
+    for (long i = count; i-- > 0;) {
+        moving->at.longitude = static_cast<double>(i) * 1e-4;
+        algorithm.remove(moving);
+    }
+    EXPECT_EQ(items[0].use_count(), 1 + count);
+    EXPECT_EQ(moving.use_count(), 1) << "nothing is held any longer";
 }
 
 TEST(ClusterRulesTest, HoldsItemsOnlyAsLongAsItMust) {

@@ -13,8 +13,7 @@ namespace pelta::literal {
 
 PQTPoint project(CLLocationCoordinate2D coordinate) {
     constexpr double limit = 85.05112878;
-    const double south =
-        std::isnan(coordinate.latitude) ? coordinate.latitude : std::max(coordinate.latitude, -limit);
+    const double south = std::max(coordinate.latitude, -limit);
     double a = 1.5276092782718023;
     if (coordinate.latitude < limit) {
         a = south * std::numbers::pi / 360 + 0.7853981633974483;
@@ -23,13 +22,26 @@ PQTPoint project(CLLocationCoordinate2D coordinate) {
             (std::log(std::tan(a)) * -57.29577951308232 + 180) * 0.002777777777777778};
 }
 
+namespace {
+
+bool isSomewhere(const std::shared_ptr<PgmClusterItem>& item) {
+    const auto at = item->position();
+    return std::isfinite(at.latitude) && std::isfinite(at.longitude);
+}
+
+}  // namespace
+
 void Algorithm::add(const std::shared_ptr<PgmClusterItem>& item) {
-    tree_.add(project(item->position()), item);
+    if (isSomewhere(item)) {
+        tree_.add(project(item->position()), item);
+    }
     items_.push_back(item);
 }
 
 void Algorithm::remove(const std::shared_ptr<PgmClusterItem>& item) {
-    tree_.remove(project(item->position()));
+    if (isSomewhere(item)) {
+        tree_.remove(project(item->position()));
+    }
     std::erase(items_, item);
 }
 
@@ -45,13 +57,14 @@ std::vector<Cluster> Algorithm::clustersAtZoom(float zoom) const {
     std::unordered_map<WrappingDictionaryKey, double> distances;
     std::unordered_map<WrappingDictionaryKey, std::size_t> itemToCluster;
     for (const auto& seed : items_) {
-        if (visited.contains(WrappingDictionaryKey(seed))) {
+        if (!isSomewhere(seed) || visited.contains(WrappingDictionaryKey(seed))) {
             continue;
         }
         const std::size_t cluster = formed.size();
         formed.push_back({seed->position(), {}});
         const auto [x, y] = project(seed->position());
-        const auto found = tree_.search({x - r, y - r, x + r, y + r});
+        auto found = tree_.search({x - r, y - r, x + r, y + r});
+        std::erase_if(found, [](const auto& item) { return !isSomewhere(item); });
         for (const auto& item : found) {
             visited.insert(WrappingDictionaryKey(item));
         }

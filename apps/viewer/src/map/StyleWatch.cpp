@@ -37,6 +37,10 @@ void StyleWatch::regionDidChange(MLNMapView& map, MLNCameraChangeReason reason, 
     next_->regionDidChange(map, reason, animated);
 }
 
+void StyleWatch::mapViewDidChangeVisibleArea(MLNMapView& map) {
+    next_->mapViewDidChangeVisibleArea(map);
+}
+
 void StyleWatch::mapViewWillStartRenderingFrame(MLNMapView& map) {
     next_->mapViewWillStartRenderingFrame(map);
 }

@@ -25,6 +25,7 @@ class StyleWatch final : public MLNMapViewDelegate {
     void regionWillChange(MLNMapView& map, MLNCameraChangeReason reason, bool animated) override;
     void regionIsChanging(MLNMapView& map, MLNCameraChangeReason reason) override;
     void regionDidChange(MLNMapView& map, MLNCameraChangeReason reason, bool animated) override;
+    void mapViewDidChangeVisibleArea(MLNMapView& map) override;
     void mapViewWillStartRenderingFrame(MLNMapView& map) override;
     void mapViewDidBecomeIdle(MLNMapView& map) override;
     void didUpdateUserLocation(MLNMapView& map, const MLNUserLocation& location) override;
