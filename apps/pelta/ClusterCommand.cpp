@@ -1,6 +1,7 @@
 #include <cmath>
 #include <cstdio>
 #include <memory>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +10,8 @@
 #include <pelta/Cluster/PgmClusterAlgorithm.h>
 
 #include "Command.h"
+#include "FaultMessages.h"
+#include "InputName.h"
 #include "InputText.h"
 #include "OptionReader.h"
 #include "OutputText.h"
@@ -31,12 +34,15 @@ struct Settings {
 /// A point of the input under its number.
 class InputPoint final : public PgmClusterItem {
  public:
-    InputPoint(CLLocationCoordinate2D position, std::size_t index) : position_(position), index_(index) {}
-    [[nodiscard]] CLLocationCoordinate2D position() const override { return position_; }
+    InputPoint(const FeaturePoint& point, std::size_t index) : point_(point), index_(index) {}
+    [[nodiscard]] CLLocationCoordinate2D position() const override { return point_.position; }
+    /// Among the points.
     [[nodiscard]] std::size_t index() const noexcept { return index_; }
+    /// Among all features of the file.
+    [[nodiscard]] std::size_t feature() const noexcept { return point_.feature; }
 
  private:
-    CLLocationCoordinate2D position_;
+    FeaturePoint point_;
     std::size_t index_;
 };
 
@@ -104,6 +110,15 @@ std::string readSettings(Arguments arguments, Settings& settings) {
     return {};
 }
 
+void writeNumbers(const std::vector<std::size_t>& numbers, OutputText& output) {
+    std::string_view separator;
+    for (const std::size_t number : numbers) {
+        output.write(separator);
+        output.write(static_cast<std::uint64_t>(number));
+        separator = ",";
+    }
+}
+
 void writeCluster(const PgmCluster& cluster, std::optional<double> zoom, OutputText& output) {
     const CLLocationCoordinate2D position = cluster.position();
     output.write(R"({"type":"Feature","geometry":{"type":"Point","coordinates":[)");
@@ -118,21 +133,26 @@ void writeCluster(const PgmCluster& cluster, std::optional<double> zoom, OutputT
     }
     output.write(R"("count":)");
     output.write(cluster.count());
-    output.write(R"(,"items":)");
-    const char* separator = "[";
+    std::vector<std::size_t> items;
+    std::vector<std::size_t> features;
+    items.reserve(cluster.items().size());
+    features.reserve(cluster.items().size());
     for (const auto& item : cluster.items()) {
-        output.write(separator);
-        output.write(static_cast<std::uint64_t>(static_cast<const InputPoint&>(*item).index()));
-        separator = ",";
+        const auto& point = static_cast<const InputPoint&>(*item);
+        items.push_back(point.index());
+        features.push_back(point.feature());
     }
-    output.write(cluster.items().empty() ? "[]}}" : "]}}");
+    output.write(R"(,"items":[)");
+    writeNumbers(items, output);
+    output.write(R"(],"features":[)");
+    writeNumbers(features, output);
+    output.write("]}}");
 }
 
 /// Clusters the points at each zoom and writes what comes out.
 class ClusterWriter {
  public:
-    ClusterWriter(const Settings& settings, const std::vector<CLLocationCoordinate2D>& points,
-                  Progress& progress)
+    ClusterWriter(const Settings& settings, const std::vector<FeaturePoint>& points, Progress& progress)
         : settings_(settings), pointCount_(points.size()), progress_(progress) {
         algorithm_.setMaxDistanceBetweenItems(settings.distance);
         algorithm_.setMinClusteringCount(settings.count);
@@ -175,7 +195,7 @@ class ClusterWriter {
     std::size_t outside_ = 0;
 };
 
-void warnOfSkipped(const InputText& input, const PointSet& set) {
+void warnOfSkipped(const std::string& name, const PointSet& set) {
     std::size_t total = 0;
     std::string kinds;
     for (const auto& [kind, count] : set.skipped) {
@@ -183,31 +203,34 @@ void warnOfSkipped(const InputText& input, const PointSet& set) {
         kinds += (kinds.empty() ? "" : ", ") + std::to_string(count) + " " + kind;
     }
     if (total > 0) {
-        std::fprintf(stderr, "%s: warning: skipped %zu feature%s that %s no Point: %s\n",
-                     input.name().c_str(), total, total == 1 ? "" : "s", total == 1 ? "is" : "are",
-                     kinds.c_str());
+        std::fprintf(stderr, "%s: warning: skipped %zu feature%s that %s no Point: %s\n", name.c_str(), total,
+                     total == 1 ? "" : "s", total == 1 ? "is" : "are", kinds.c_str());
     }
 }
 
-void warnOfOutside(const InputText& input, std::size_t count) {
+void warnOfOutside(const std::string& name, std::size_t count) {
     if (count > 0) {
         std::fprintf(stderr, "%s: warning: %zu point%s beyond the map's edge ended in no cluster\n",
-                     input.name().c_str(), count, count == 1 ? "" : "s");
+                     name.c_str(), count, count == 1 ? "" : "s");
     }
 }
 
-ExitCode runCluster(Arguments arguments) {
-    Settings settings;
-    if (const std::string problem = readSettings(arguments, settings); !problem.empty()) {
-        return misuse(clusterCommand.name, problem);
+/// The file's text is given back before the points are grouped.
+PointSet readPoints(const std::string& path, FaultMessages& faults, Progress& progress) {
+    const InputText input(path);
+    if (input.error().empty()) {
+        return PointReader(input, faults, progress).read();
     }
+    std::fprintf(stderr, "%s: cannot be read: %s\n", input.name().c_str(), input.error().c_str());
+    PointSet none;
+    none.isUsable = false;
+    return none;
+}
+
+ExitCode clusterFile(const Settings& settings) {
     Progress progress;
-    auto input = std::make_unique<InputText>(settings.file);
-    if (!input->error().empty()) {
-        std::fprintf(stderr, "%s: cannot be read: %s\n", input->name().c_str(), input->error().c_str());
-        return ExitCode::failed;
-    }
-    const PointSet set = PointReader(*input, progress).read();
+    FaultMessages faults(progress);
+    const PointSet set = readPoints(settings.file, faults, progress);
     if (!set.isUsable) {
         return ExitCode::failed;
     }
@@ -216,9 +239,24 @@ ExitCode runCluster(Arguments arguments) {
     writer.write(output);
     const bool isWritten = output.finish();
     progress.hide();
-    warnOfSkipped(*input, set);
-    warnOfOutside(*input, writer.outside());
-    return isWritten && set.faults == 0 ? ExitCode::done : ExitCode::failed;
+    const std::string name = inputName(settings.file);
+    warnOfSkipped(name, set);
+    warnOfOutside(name, writer.outside());
+    return isWritten && faults.count() == 0 ? ExitCode::done : ExitCode::failed;
+}
+
+ExitCode runCluster(Arguments arguments) {
+    Settings settings;
+    if (const std::string problem = readSettings(arguments, settings); !problem.empty()) {
+        return misuse(clusterCommand.name, problem);
+    }
+    try {
+        return clusterFile(settings);
+    } catch (const std::bad_alloc&) {
+        std::fprintf(stderr, "%s: memory ran out; cluster it in parts, or with more memory\n",
+                     inputName(settings.file).c_str());
+        return ExitCode::failed;
+    }
 }
 
 }  // namespace
@@ -237,12 +275,14 @@ their order; features of any other geometry are skipped, and their number is tol
                       and south (200 if not given)
   --min-count N       fewest points that stay together; smaller groups are written as groups of one (2 if not given)
 
-Output is a FeatureCollection on standard output with the properties "count" and "items" for each Point: the numbers
-of the input's points, counted from 0 without the features that are no Point or were left out. A group lies where its
-first point does. Points beyond the map's edge come to no group; their number is told.
+Output is a FeatureCollection on standard output with the properties "count", "items" and "features" for each Point.
+"items" are the numbers of the input's points, counted from 0 without the features that are no Point or were left out;
+"features" are the same points' indices among all features, as messages count them. A group lies where its first point
+does. Points beyond the map's edge come to no group; their number is told.
 
 A feature that cannot be used is named on standard error by its index, counted from 0 with all features, and left out;
-the exit code is then 1. A file that cannot be read to its end gives no output.
+the exit code is then 1. The first 100 are named and the others counted. A file that cannot be read to its end, or that
+is not JSON outside of its features, gives no output.
 
 Exit codes: 0 done, 1 failed in part or in whole, 2 wrong use.
 )",

@@ -72,7 +72,7 @@ bool convertFile(std::string_view path, LineConverter& converter, OutputText& ou
             progress.show(blocks.name() + ": " + std::to_string(converter.lines()) + " lines");
         }
     }
-    converter.endFile();
+    converter.endFile(blocks.name());
     if (!blocks.error().empty()) {
         progress.hide();
         std::fprintf(stderr, "%s: cannot be read: %s\n", blocks.name().c_str(), blocks.error().c_str());
@@ -87,13 +87,14 @@ ExitCode runConvert(Arguments arguments) {
     }
     OutputText output;
     Progress progress;
-    LineConverter converter(settings.from, settings.to, output, progress);
+    FaultMessages faults(progress);
+    LineConverter converter(settings.from, settings.to, output, faults);
     bool isRead = true;
     for (const std::string_view path : settings.files) {
         isRead = convertFile(path, converter, output, progress) && isRead;
     }
     const bool isWritten = output.finish();
-    return isRead && isWritten && converter.faults() == 0 ? ExitCode::done : ExitCode::failed;
+    return isRead && isWritten && faults.count() == 0 ? ExitCode::done : ExitCode::failed;
 }
 
 }  // namespace
@@ -113,7 +114,8 @@ A line is: x y rest. Blanks, tabs or a comma stand between; the rest is carried 
 that are empty or start with # stay as they are. Degrees are written with 10 decimals, metres with 4.
 
 A line that cannot be read, or has no finite result, is named on standard error as FILE:LINE: reason, and written with
-"* *" for its numbers; the exit code is then 1, and the other lines are converted all the same.
+"* *" for its numbers; the exit code is then 1, and the other lines are converted all the same. Of each file the first
+100 such lines are named and the others counted. A file that the output is written to as well is not read.
 
 Any size of file is converted in the same little memory.
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <system_error>
 
 namespace pelta::command {
 
@@ -22,13 +23,14 @@ std::string_view takeWord(std::string_view& text) {
 }
 
 /// Never looks at the locale. A leading plus sign, which people write, is allowed.
-bool readNumber(std::string_view word, double& number) {
+/// @return that the word is no number, or one too large or too small to be held; or nothing.
+std::errc readNumber(std::string_view word, double& number) {
     if (word.size() > 1 && word[0] == '+' && word[1] != '-') {
         word.remove_prefix(1);
     }
     const char* end = word.data() + word.size();
     const auto [stop, error] = std::from_chars(word.data(), end, number);
-    return error == std::errc() && stop == end;
+    return stop == end ? error : std::errc::invalid_argument;
 }
 
 }  // namespace
@@ -45,12 +47,17 @@ CoordinateLine CoordinateLine::read(std::string_view line) {
     const std::string_view second = takeWord(line);
     line.remove_prefix(line.empty() ? 0 : 1);
     result.rest = line;
-    if (!readNumber(first, result.x)) {
+    const std::errc firstError = readNumber(first, result.x);
+    const std::errc secondError = readNumber(second, result.y);
+    if (firstError == std::errc::invalid_argument) {
         result.problem = "the line does not start with a number";
     } else if (second.empty()) {
         result.problem = "there is no second number";
-    } else if (!readNumber(second, result.y)) {
+    } else if (secondError == std::errc::invalid_argument) {
         result.problem = "the second word is not a number";
+    } else if (firstError != std::errc() || secondError != std::errc()) {
+        result.problem = firstError != std::errc() ? "the first number is out of range"
+                                                   : "the second number is out of range";
     }
     return result;
 }

@@ -5,35 +5,46 @@
 #include <string_view>
 #include <utility>
 
+#include "FaultMessages.h"
+#include "JsonCheck.h"
+
 namespace pelta::command {
 
 namespace {
 
 namespace od = simdjson::ondemand;
 
-constexpr int depthLimit = 128;
-
 constexpr std::array<std::string_view, 6> otherGeometries{"MultiPoint", "LineString",   "MultiLineString",
                                                           "Polygon",    "MultiPolygon", "GeometryCollection"};
 
 }  // namespace
 
-Feature FeatureReader::read(simdjson::simdjson_result<od::object> object) {
+Feature FeatureReader::read(simdjson::padded_string_view text) {
     feature_ = {};
     type_.clear();
     geometry_ = {};
-    od::object members;
-    // `get` is only for values that are given away, also where giving away is copying.
-    if (const auto error = std::move(object).get(members)) {  // NOLINT(performance-move-const-arg)
-        if (error == simdjson::INCORRECT_TYPE) {
-            fail("it is not an object");
-        } else {
-            failFor(error);
-        }
-    } else if (readMembers(members)) {
+    if (readDocument(text)) {
         judge();
     }
     return std::move(feature_);
+}
+
+bool FeatureReader::readDocument(simdjson::padded_string_view text) {
+    od::document document;
+    if (const auto error = parser_.iterate(text).get(document)) {
+        return failFor(error);
+    }
+    od::object members;
+    if (const auto error = document.get_object().get(members)) {
+        return error == simdjson::INCORRECT_TYPE ? fail("it is not an object") : failFor(error);
+    }
+    const bool isRead = forEachMember(members, [this](std::string_view key, Value value) {
+        return key == "type"       ? readText(value, "its type", type_)
+               : key == "geometry" ? readGeometry(value)
+                                   : check(value, 1);
+    });
+    return isRead && (document.current_location().error() == simdjson::OUT_OF_BOUNDS ||
+                      fail("there is more on the line behind it"));
 }
 
 /// Calls `read(key, value)` for each member until it returns false.
@@ -55,14 +66,6 @@ bool FeatureReader::forEachMember(od::object& object, Read&& read) {
     return true;
 }
 
-bool FeatureReader::readMembers(od::object& object) {
-    return forEachMember(object, [this](std::string_view key, Value value) {
-        return key == "type"       ? readText(value, "its type", type_)
-               : key == "geometry" ? readGeometry(value)
-                                   : check(value, 1);
-    });
-}
-
 bool FeatureReader::readText(Value value, const char* what, std::string& text) {
     std::string_view found;
     if (value.get_string().get(found) != simdjson::SUCCESS) {
@@ -81,7 +84,7 @@ bool FeatureReader::readGeometry(Value value) {
     }
     if (type == od::json_type::null) {
         geometry_.isNull = true;
-        return checkScalar(value, type);
+        return check(value, 1);
     }
     od::object members;
     if (value.get_object().get(members) != simdjson::SUCCESS) {
@@ -134,83 +137,33 @@ bool FeatureReader::readNumber(Value value, std::size_t index) {
     double number = 0;
     if (value.get_double().get(number) != simdjson::SUCCESS) {
         coordinates.fault = "one of its coordinates is not a number that can be held";
-    } else if (index < 2) {
+        return check(value, 3);
+    }
+    if (index < 2) {
         (index == 0 ? coordinates.position.longitude : coordinates.position.latitude) = number;
     }
     return true;
 }
 
 bool FeatureReader::check(Value value, int depth) {
-    if (depth > depthLimit) {
-        return fail("it is nested deeper than " + std::to_string(depthLimit) + " levels");
-    }
-    od::json_type type{};
-    if (const auto error = value.type().get(type)) {
-        return failFor(error);
-    }
-    if (type == od::json_type::array) {
-        for (auto element : value.get_array()) {
-            Value part;
-            if (const auto error = element.get(part)) {
-                return failFor(error);
-            }
-            if (!check(part, depth + 1)) {
-                return false;
-            }
-        }
-        return true;
-    }
-    if (type != od::json_type::object) {
-        return checkScalar(value, type);
-    }
-    for (auto member : value.get_object()) {
-        std::string_view key;
-        Value part;
-        if (const auto error = member.unescaped_key().get(key)) {
-            return failFor(error);
-        }
-        if (const auto error = member.value().get(part)) {
-            return failFor(error);
-        }
-        if (!check(part, depth + 1)) {
-            return false;
-        }
-    }
-    return true;
+    return fail(faultIn(value, depth));
 }
 
-bool FeatureReader::checkScalar(Value value, od::json_type type) {
-    switch (type) {
-        case od::json_type::string:
-            return value.get_string().error() == simdjson::SUCCESS || fail("one of its texts is not valid");
-        case od::json_type::number:
-            return value.get_number().error() == simdjson::SUCCESS || fail("one of its numbers is not valid");
-        case od::json_type::boolean:
-            return value.get_bool().error() == simdjson::SUCCESS || fail("one of its words is not valid");
-        default: {
-            bool isNull = false;
-            const bool isRead = value.is_null().get(isNull) == simdjson::SUCCESS && isNull;
-            return isRead || fail("one of its words is not valid");
-        }
-    }
-}
-
+/// @return true when the fault is empty.
 bool FeatureReader::fail(std::string fault) {
     feature_.fault = std::move(fault);
-    return false;
+    return feature_.fault.empty();
 }
 
-/// The parser has lost its way: it does not find the feature's end.
 bool FeatureReader::failFor(simdjson::error_code error) {
-    feature_.isDocumentUnusable = true;
-    return fail(std::string("it is not valid JSON: ") + simdjson::error_message(error));
+    return fail(described(error));
 }
 
 void FeatureReader::judge() {
     if (type_.empty()) {
         fail("it has no type");
     } else if (type_ != "Feature") {
-        fail("its type is '" + type_ + "', not 'Feature'");
+        fail("its type is " + inQuotes(type_) + ", not 'Feature'");
     } else if (!geometry_.isGiven) {
         fail("it has no geometry");
     } else if (geometry_.isNull) {
@@ -228,7 +181,7 @@ void FeatureReader::judgeGeometry() {
     } else if (geometry_.type.empty()) {
         fail("its geometry has no type");
     } else if (geometry_.type != "Point") {
-        fail("its geometry's type '" + geometry_.type + "' is unknown");
+        fail("its geometry's type " + inQuotes(geometry_.type) + " is unknown");
     } else if (!geometry_.coordinates.areGiven) {
         fail("its Point has no coordinates");
     } else if (geometry_.coordinates.fault != nullptr) {

@@ -7,6 +7,8 @@
 #include <memory>
 #include <simdjson.h>
 
+#include "InputName.h"
+
 namespace pelta::command {
 
 namespace {
@@ -23,7 +25,7 @@ struct Closer {
 
 }  // namespace
 
-InputText::InputText(std::string_view path) : name_(path == "-" ? "standard input" : path) {
+InputText::InputText(std::string_view path) : name_(inputName(path)) {
     const std::unique_ptr<std::FILE, Closer> file(path == "-" ? stdin : std::fopen(name_.c_str(), "rb"));
     if (file == nullptr) {
         error_ = std::strerror(errno);

@@ -4,7 +4,10 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include "InputName.h"
 
 namespace pelta::command {
 
@@ -12,14 +15,26 @@ namespace {
 
 constexpr std::size_t roomSize = std::size_t{1} << 18U;
 
+/// True for a file that standard output writes to as well, with something left to read: what is written would
+/// be read again, without end.
+bool isOutput(int file) {
+    struct stat input {};
+    struct stat output {};
+    return fstat(file, &input) == 0 && fstat(STDOUT_FILENO, &output) == 0 && S_ISREG(output.st_mode) &&
+           input.st_dev == output.st_dev && input.st_ino == output.st_ino &&
+           lseek(file, 0, SEEK_CUR) < input.st_size;
+}
+
 }  // namespace
 
 LineBlocks::LineBlocks(std::string_view path)
-    : name_(path == "-" ? "standard input" : path),
+    : name_(inputName(path)),
       file_(path == "-" ? STDIN_FILENO : open(name_.c_str(), O_RDONLY | O_CLOEXEC)),
       room_(roomSize + 1) {
     if (file_ < 0) {
         error_ = std::strerror(errno);
+    } else if (isOutput(file_)) {
+        error_ = "it is the output as well; write to another file";
     }
 }
 

@@ -11,6 +11,8 @@ namespace pelta::command {
 /// soon as it has come, so that a person or a program at the other end of a pipe is not kept waiting.
 class LineBlocks {
  public:
+    /// A file that standard output writes to as well counts as one that cannot be read.
+    ///
     /// @param path  "-" for standard input.
     explicit LineBlocks(std::string_view path);
     ~LineBlocks();

@@ -1,7 +1,6 @@
 #include "LineConverter.h"
 
 #include <cmath>
-#include <cstdio>
 
 #include "CoordinateLine.h"
 
@@ -17,8 +16,8 @@ constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-LineConverter::LineConverter(int from, int to, OutputText& output, Progress& progress)
-    : from_(from), to_(to), output_(output), progress_(progress) {}
+LineConverter::LineConverter(int from, int to, OutputText& output, FaultMessages& faults)
+    : from_(from), to_(to), output_(output), faults_(faults) {}
 
 void LineConverter::convert(std::string_view block, const std::string& fileName) {
     if (line_ == 0 && !isInsideLine_ && block.starts_with(byteOrderMark)) {
@@ -36,7 +35,8 @@ void LineConverter::convert(std::string_view block, const std::string& fileName)
     }
 }
 
-void LineConverter::endFile() {
+void LineConverter::endFile(const std::string& fileName) {
+    faults_.endFile(fileName, "lines cannot be converted");
     allLines_ += line_;
     line_ = 0;
 }
@@ -101,10 +101,7 @@ void LineConverter::writeNumbers(std::string_view problem, const GeoPoint& resul
         output_.writeFixed(result.y, decimals);
         return;
     }
-    ++faults_;
-    progress_.hide();
-    std::fprintf(stderr, "%s:%llu: %.*s\n", fileName.c_str(), static_cast<unsigned long long>(line_),
-                 static_cast<int>(problem.size()), problem.data());
+    faults_.tell(fileName + ":" + std::to_string(line_), problem);
     output_.write("* *");
 }
 

@@ -7,28 +7,25 @@
 
 #include <pelta/Coordinate/GeoTrans.h>
 
+#include "FaultMessages.h"
 #include "OutputText.h"
-#include "Progress.h"
 
 namespace pelta::command {
 
 /// Rewrites files line by line with the coordinates at the start of each line in another system. Lines
-/// without data stay as they are; a line that cannot be converted is named on standard error and starts with
-/// "* *".
+/// without data stay as they are; a line that cannot be converted is told as a fault and starts with "* *".
 class LineConverter {
  public:
     /// @param from,to   systems of `GeoTrans`.
     /// @param output    where the lines go; must outlive the converter.
-    /// @param progress  is hidden when a line is to be named; must outlive the converter.
-    LineConverter(int from, int to, OutputText& output, Progress& progress);
+    /// @param faults    are told lines that cannot be converted; must outlive the converter.
+    LineConverter(int from, int to, OutputText& output, FaultMessages& faults);
 
     /// Takes the next piece of a file.
     void convert(std::string_view block, const std::string& fileName);
     /// Ends the file; the next piece is another one's.
-    void endFile();
+    void endFile(const std::string& fileName);
 
-    /// Lines that could not be converted, in all files.
-    [[nodiscard]] std::uint64_t faults() const noexcept { return faults_; }
     /// Lines so far, in all files.
     [[nodiscard]] std::uint64_t lines() const noexcept { return allLines_ + line_; }
 
@@ -52,13 +49,12 @@ class LineConverter {
     int from_;
     int to_;
     OutputText& output_;
-    Progress& progress_;
+    FaultMessages& faults_;
     std::vector<Line> pieces_;      // lines of the piece at hand
     std::vector<GeoPoint> points_;  // one for each line of them that has a point
     bool isInsideLine_ = false;     // the last piece ended inside a line
     std::uint64_t line_ = 0;        // of the file at hand
     std::uint64_t allLines_ = 0;    // of the files before
-    std::uint64_t faults_ = 0;
 };
 
 }  // namespace pelta::command

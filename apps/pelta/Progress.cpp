@@ -1,5 +1,7 @@
 #include "Progress.h"
 
+#include <array>
+#include <csignal>
 #include <cstdio>
 #include <unistd.h>
 
@@ -9,6 +11,29 @@ namespace {
 
 constexpr std::chrono::milliseconds patience{1000};
 constexpr std::chrono::milliseconds interval{100};
+
+constexpr std::string_view clearing = "\r\033[K";
+constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE};
+
+/// Takes the line away; then the signal, waiting until this returns, ends the process as it always does.
+extern "C" void clearAndEnd(int signal) {
+    const auto ignored = write(STDERR_FILENO, clearing.data(), clearing.size());
+    static_cast<void>(ignored);
+    static_cast<void>(raise(signal));
+}
+
+/// Replaces what the ending signals do, where it is still what they did before.
+void exchangeAction(void (*before)(int), void (*action)(int)) {
+    for (const int signal : endingSignals) {
+        struct sigaction current {};
+        if (sigaction(signal, nullptr, &current) == 0 && current.sa_handler == before) {
+            struct sigaction replacement {};
+            replacement.sa_handler = action;
+            replacement.sa_flags = static_cast<int>(SA_RESETHAND);
+            sigaction(signal, &replacement, nullptr);
+        }
+    }
+}
 
 }  // namespace
 
@@ -24,15 +49,19 @@ bool Progress::isDue() const {
 }
 
 void Progress::show(std::string_view text) {
-    std::fprintf(stderr, "\r\033[K%.*s", static_cast<int>(text.size()), text.data());
-    std::fflush(stderr);
+    if (!isShown_) {
+        exchangeAction(SIG_DFL, clearAndEnd);
+    }
     isShown_ = true;
+    std::fprintf(stderr, "%s%.*s", clearing.data(), static_cast<int>(text.size()), text.data());
+    std::fflush(stderr);
     due_ = Clock::now() + interval;
 }
 
 void Progress::hide() {
     if (isShown_) {
-        std::fputs("\r\033[K", stderr);
+        std::fputs(clearing.data(), stderr);
+        exchangeAction(clearAndEnd, SIG_DFL);
         isShown_ = false;
     }
 }

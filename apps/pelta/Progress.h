@@ -6,7 +6,8 @@
 namespace pelta::command {
 
 /// One line on standard error that tells how far the work has come: only on a terminal that the results do
-/// not go to, and only for what takes longer than a second. Ends with the object, leaving no trace.
+/// not go to, and only for what takes longer than a second. Ends with the object, or with a signal that ends
+/// the process, leaving no trace.
 class Progress {
  public:
     Progress();

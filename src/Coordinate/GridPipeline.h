@@ -9,12 +9,15 @@ namespace pelta::detail {
 /// Whole conversions of ordinary points, without branches on the point's values so that several can go in
 /// step.
 ///
-/// Ordinary are points up to 67 degrees from the equator, where the height has one formula, and within one
-/// turn of longitude. Whether a point was is only known at the end; the rest is for `GeoTrans`' own steps.
+/// Ordinary are points that stay, at every step of their way, up to 67 degrees from the equator, where the
+/// height has one formula, and within one turn of longitude. Each step is judged by what goes into it: its
+/// sines would fold a latitude beyond a pole back onto the earth. Whether a point was ordinary is only known
+/// at the end; the rest is for `GeoTrans`' own steps.
 template <class Math>
 class GridPipeline {
  public:
     using Number = typename Math::Number;
+    using Condition = typename Math::Condition;
     using Steps = GridSteps<Math>;
 
     GridPipeline(int source, int destination)
@@ -26,20 +29,20 @@ class GridPipeline {
 
     /// @param x,y         degrees or metres, by the source's system.
     /// @param isOrdinary  set where the result is right.
-    [[nodiscard]] StepPoint<Math> run(Number x, Number y, typename Math::Condition& isOrdinary) const {
-        StepPoint<Math> place = source_ == GeoTrans::GEO
-                                    ? StepPoint<Math>{x * degree, y * degree, Number{}}
-                                    : fromGrid(x - sourceGrid_.falseEasting, y - sourceGrid_.falseNorthing);
-        const typename Math::Condition isOnTheSphere = Math::absolute(place.x) <= std::numbers::pi;
-        const typename Math::Condition isOffThePoles = Math::absolute(place.y) <= highestLatitude;
-        isOrdinary = isOnTheSphere & isOffThePoles;
+    [[nodiscard]] StepPoint<Math> run(Number x, Number y, Condition& isOrdinary) const {
+        isOrdinary = Math::always();
+        StepPoint<Math> place =
+            source_ == GeoTrans::GEO
+                ? StepPoint<Math>{x * degree, y * degree, Number{}}
+                : fromGrid(x - sourceGrid_.falseEasting, y - sourceGrid_.falseNorthing, isOrdinary);
+        isOrdinary = isOrdinary & isOrdinaryPlace(place);
         if (destination_ == GeoTrans::GEO) {
             return {place.x / degree, place.y / degree, Number{}};
         }
         typename Steps::Angle latitude{place.y, {}};
         if (destinationGrid_.needsDatumShift) {
             shift(place, latitude, world_, destinationGrid_, -1);
-            isOrdinary = isOrdinary & (Math::absolute(latitude.value) <= highestLatitude);
+            isOrdinary = isOrdinary & isOffThePoles(latitude.value);
         } else {
             latitude.direction = Steps::directionOf(latitude.value);
         }
@@ -50,10 +53,21 @@ class GridPipeline {
     static constexpr double degree = std::numbers::pi / 180;
     static constexpr double highestLatitude = 67 * degree;
 
-    [[nodiscard]] StepPoint<Math> fromGrid(Number easting, Number northing) const {
+    [[nodiscard]] static Condition isOffThePoles(Number latitude) {
+        return Math::absolute(latitude) <= highestLatitude;
+    }
+
+    [[nodiscard]] static Condition isOrdinaryPlace(const StepPoint<Math>& place) {
+        return (Math::absolute(place.x) <= std::numbers::pi) & isOffThePoles(place.y);
+    }
+
+    /// @param isOrdinary  cleared where a step's input is not ordinary.
+    [[nodiscard]] StepPoint<Math> fromGrid(Number easting, Number northing, Condition& isOrdinary) const {
         const auto foot = Steps::footPoint(sourceGrid_, northing);
+        isOrdinary = isOrdinary & isOffThePoles(foot.value);
         StepPoint<Math> place = Steps::unproject(sourceGrid_, foot, easting);
         if (sourceGrid_.needsDatumShift) {
+            isOrdinary = isOrdinary & isOrdinaryPlace(place);
             typename Steps::Angle latitude{place.y, {}};
             shift(place, latitude, sourceGrid_, world_, 1);
         }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <string>
@@ -81,7 +82,9 @@ TEST_F(ConvertCommandTest, NamesLinesThatCannotBeConverted) {
         {"127;37", "* *", "the line does not start with a number"},
         {"nan 37 a", "* * a", "the result is not finite"},
         {"127 -inf a", "* * a", "the result is not finite"},
-        {"1e999 37", "* *", "the line does not start with a number"},
+        {"1e400 37 a", "* * a", "the first number is out of range"},
+        {"127 -1e400 a", "* * a", "the second number is out of range"},
+        {"1e400x 37", "* *", "the line does not start with a number"},
     };
     std::ofstream file(path("some lines.txt"));
     std::string expected, reasons;
@@ -111,6 +114,41 @@ TEST_F(ConvertCommandTest, ReadsSeveralFilesAndStandardInput) {
     EXPECT_THAT(outcome.errors, HasSubstr(".: cannot be read: Is a directory"));
     EXPECT_THAT(outcome.errors, HasSubstr("-b:3: "));
     EXPECT_EQ(outcome.code, 1);
+}
+
+TEST_F(ConvertCommandTest, NamesAHundredBadLinesOfAFileAndCountsTheOthers) {
+    const auto outcome = shell("yes bad | head -n 100000 >bad; '" PELTA_COMMAND
+                               "' convert --from wgs84 --to katec bad bad 2>err | wc -l >out");
+    EXPECT_EQ(std::stoi(outcome.output), 200'000);
+    const std::string last =
+        "\nbad:100: the line does not start with a number\nbad: 99900 more lines cannot be converted\n";
+    EXPECT_THAT(outcome.errors, HasSubstr(last + "bad:1: "));
+    EXPECT_TRUE(outcome.errors.ends_with(last));
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 202);
+}
+
+TEST_F(ConvertCommandTest, RefusesAFileThatIsTheOutputAsWell) {
+    for (const std::string files : {"f >>f", "<f >>f", "f 1<>f", "- f empty <empty >>f"}) {
+        std::ofstream(path("f")) << degrees << "\n";
+        std::ofstream(path("empty")).flush();
+        const auto outcome = shell("ulimit -f 64; '" PELTA_COMMAND "' convert --from wgs84 --to katec " +
+                                   files + " 2>err; code=$?; cp f out; exit $code");
+        EXPECT_EQ(outcome.code, 1) << files;
+        EXPECT_EQ(outcome.output, degrees + "\n") << files;
+        EXPECT_THAT(outcome.errors,
+                    HasSubstr(": cannot be read: it is the output as well; write to another file\n"));
+    }
+    EXPECT_EQ(shell("'" PELTA_COMMAND "' convert --from wgs84 --to katec empty >>empty").code, 0);
+}
+
+// A second must go by before there is a progress line at all.
+TEST_F(ConvertCommandTest, LeavesNoProgressLineWhenInterrupted) {
+    const auto outcome = shell("script -qec \"bash -c '(while sleep 0.02; do echo " + degrees +
+                               "; done) | timeout -s INT 1.5 \\\"" PELTA_COMMAND
+                               "\\\" convert --from wgs84 --to katec >out'\" typed </dev/null >err");
+    EXPECT_THAT(outcome.output, StartsWith(katec + "\n"));
+    EXPECT_THAT(outcome.errors, HasSubstr(" lines"));
+    EXPECT_TRUE(outcome.errors.ends_with(" lines\r\033[K")) << outcome.errors;
 }
 
 // Longer than any room that the command reads into: memory does not grow with a file, nor with a line.
