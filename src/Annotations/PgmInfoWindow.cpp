@@ -8,6 +8,7 @@
 #include <pelta/View/PgmMapView.h>
 
 #include "Annotations/InfoWindowBubble.h"
+#include "View/ShapeRegistry.h"
 
 namespace pelta {
 
@@ -35,10 +36,13 @@ std::shared_ptr<PgmInfoWindow> PgmInfoWindow::create() {
 PgmInfoWindow::PgmInfoWindow() : feature_(MLNPointFeature::create()) {}
 
 void PgmInfoWindow::setMapView(const std::shared_ptr<PgmMapView>& mapView) {
-    const auto self = shared_from_this();
-    iconImage_ = nullptr;
-    updateFeature();
-    PgmShape::setMapView(mapView);
+    MainQueue::sync([this, &mapView] {
+        const auto self = shared_from_this();
+        const auto newView = mapView;
+        iconImage_ = nullptr;
+        updateFeature();
+        PgmShape::setMapView(newView);
+    });
 }
 
 void PgmInfoWindow::setMarker(const std::shared_ptr<PgmMarker>& marker) {
@@ -125,10 +129,26 @@ std::shared_ptr<UIView> PgmInfoWindow::contentView() {
     return makeInfoWindowView({});
 }
 
-CGPoint PgmInfoWindow::iconOffset() const {
+void PgmInfoWindow::writeIconOffset() {
     const auto opened = marker_.lock();
     const CGVector above = opened ? opened->mInfoWindowOffset() : CGVector{};
-    return {finiteOrZero(offset_.x + above.dx), finiteOrZero(offset_.y + above.dy)};
+    feature_->attributes().set(offsetAttribute, std::vector<double>{finiteOrZero(shownOffset_.x + above.dx),
+                                                                    finiteOrZero(shownOffset_.y + above.dy)});
+}
+
+void PgmInfoWindow::markerIconDidMove() {
+    if (shownImage_) {
+        writeIconOffset();
+        setNeedsFeatureUpdate();
+    }
+}
+
+void PgmInfoWindow::show(const std::shared_ptr<PgmImage>& image) {
+    const auto former = std::exchange(shownImage_, image);
+    const auto view = mapView();
+    if (view && former != image) {
+        view->shapes_->retirePicture(former);
+    }
 }
 
 void PgmInfoWindow::updateFeature() {
@@ -143,10 +163,11 @@ void PgmInfoWindow::updateFeature() {
     feature_->setCoordinate(*position_);
     feature_->attributes() = {};
     tagFeature(*feature_);
-    if (iconImage_) {
-        const CGPoint offset = iconOffset();
-        feature_->attributes().set(imageNameAttribute, iconImage_->reuseIdentifier());
-        feature_->attributes().set(offsetAttribute, std::vector<double>{offset.x, offset.y});
+    show(iconImage_);
+    shownOffset_ = {finiteOrZero(offset_.x), finiteOrZero(offset_.y)};
+    if (shownImage_) {
+        feature_->attributes().set(imageNameAttribute, shownImage_->reuseIdentifier());
+        writeIconOffset();
     }
     setNeedsFeatureUpdate();
 }

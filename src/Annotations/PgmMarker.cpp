@@ -144,7 +144,25 @@ void PgmMarker::updateShapesWithReorder(bool reorder) {
 }
 
 void PgmMarker::setInfoWindow(std::shared_ptr<PgmInfoWindow> window) {
+    std::erase_if(openWindows_, [&](const auto& each) {
+        const auto open = each.lock();
+        return !open || open == window || open->marker().get() != this;
+    });
+    if (window) {
+        openWindows_.push_back(window);
+    }
     infoWindow_ = std::move(window);
+}
+
+void PgmMarker::setInfoWindowOffset(CGVector offset) {
+    if (std::exchange(infoWindowOffset_, offset) == offset) {
+        return;
+    }
+    for (const auto& each : openWindows_) {
+        if (const auto window = each.lock(); window && window->marker().get() == this) {
+            window->markerIconDidMove();
+        }
+    }
 }
 
 void PgmMarker::updateFeature() {
@@ -212,9 +230,9 @@ void PgmMarker::applyOffsets(MLNSymbolStyleLayer& layer) {
                                       .titleSize = titleSize_.draw(),
                                       .titleMargin = titleMargin_.draw(),
                                       .screenScale = UIScreen::scale()});
-    infoWindowOffset_ = layout.infoWindowOffset;
     layer.setIconOffset(layout.iconOffset);
     layer.setTextOffset(layout.textOffset);
+    setInfoWindowOffset(layout.infoWindowOffset);
 }
 
 }  // namespace pelta

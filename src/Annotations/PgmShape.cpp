@@ -3,6 +3,7 @@
 
 #include <pelta/Annotations/PgmIDManager.h>
 #include <pelta/Annotations/PgmShape.h>
+#include <pelta/Platform/Dispatch.h>
 #include <pelta/View/PgmMapView.h>
 
 #include "View/ShapeRegistry.h"
@@ -44,16 +45,18 @@ void PgmShape::setIdentifier(std::string identifier) {
 }
 
 void PgmShape::setMapView(const std::shared_ptr<PgmMapView>& mapView) {
-    const auto self = shared_from_this();
-    const auto newView = mapView;
-    const auto oldView = mapView_.lock();
-    mapView_ = newView;
-    if (oldView) {
-        oldView->removeShape(self);
-    }
-    if (newView) {
-        newView->addShape(self);
-    }
+    MainQueue::sync([this, &mapView] {
+        const auto self = shared_from_this();
+        const auto newView = mapView;
+        const auto oldView = mapView_.lock();
+        mapView_ = newView;
+        if (oldView) {
+            oldView->removeShape(self);
+        }
+        if (newView) {
+            newView->addShape(self);
+        }
+    });
 }
 
 void PgmShape::setZIndex(std::int64_t index) {

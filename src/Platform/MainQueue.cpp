@@ -23,6 +23,7 @@ struct WaitingTasks {
     std::mutex mutex;
     std::map<Key, MainQueue::Task> tasks;
     unsigned long long nextNumber = 0;
+    bool isClosed = false;  ///< The port that ran them has gone.
 };
 
 WaitingTasks& waitingTasks() {
@@ -69,6 +70,9 @@ class Gate {
 
 void detail::becomeMainThread() noexcept {
     mainThread.store(std::this_thread::get_id());
+    WaitingTasks& waiting = waitingTasks();
+    const std::lock_guard lock(waiting.mutex);
+    waiting.isClosed = false;
 }
 
 bool MainQueue::isMainThread() noexcept {
@@ -83,13 +87,15 @@ void MainQueue::asyncAfter(double delay, Task task) {
     if (!task) {
         return;
     }
+    WaitingTasks& waiting = waitingTasks();
+    // Held for as long as the port is used: a port that goes away closes the queue first.
+    const std::lock_guard lock(waiting.mutex);
+    if (waiting.isClosed) {
+        return;
+    }
     PlatformPort& port = PlatformPort::current();
     const double due = port.now() + (std::isfinite(delay) && delay > 0 ? delay : 0);
-    {
-        WaitingTasks& waiting = waitingTasks();
-        const std::lock_guard lock(waiting.mutex);
-        waiting.tasks.emplace(WaitingTasks::Key{due, waiting.nextNumber++}, std::move(task));
-    }
+    waiting.tasks.emplace(WaitingTasks::Key{due, waiting.nextNumber++}, std::move(task));
     port.wakeMainQueueAt(due);
 }
 
@@ -133,6 +139,7 @@ void MainQueue::clear() {
     WaitingTasks& waiting = waitingTasks();
     const std::lock_guard lock(waiting.mutex);
     dropped.swap(waiting.tasks);
+    waiting.isClosed = true;
 }
 
 }  // namespace pelta

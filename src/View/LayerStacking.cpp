@@ -10,12 +10,6 @@ namespace {
 
 using Position = MLNStyle::Layers::const_iterator;
 
-void takeOut(const MLNStyleLayer& layer) {
-    if (auto* holder = layer.style()) {
-        holder->removeLayer(layer);
-    }
-}
-
 /// Puts a layer directly below a position.
 /// @return the position of what is now the lowest of the layers that were put there.
 Position putBelow(MLNStyle& style, Position position, const std::shared_ptr<MLNVectorStyleLayer>& layer) {
@@ -26,7 +20,7 @@ Position putBelow(MLNStyle& style, Position position, const std::shared_ptr<MLNV
     if (position != layers.begin() && *std::prev(position) == layer) {
         return std::prev(position);
     }
-    takeOut(*layer);
+    style.removeLayer(*layer);
     if (position == layers.end()) {
         style.addLayer(layer);
     } else {
@@ -59,9 +53,17 @@ void sortShapes(std::vector<const PgmShape*>& shapes) {
               [](const PgmShape* a, const PgmShape* b) { return isStackedBelow(*a, *b); });
 }
 
-void removeLayers(const PgmShape& shape) {
+void removeLayers(MLNStyle& style, const PgmShape& shape) {
     for (const auto& layer : shape.styleLayers()) {
-        takeOut(*layer);
+        style.removeLayer(*layer);
+    }
+}
+
+void withdrawLayers(const PgmShape& shape, const MLNStyle* kept) {
+    for (const auto& layer : shape.styleLayers()) {
+        if (auto* holder = layer->style(); holder != nullptr && holder != kept) {
+            holder->removeLayer(*layer);
+        }
     }
 }
 

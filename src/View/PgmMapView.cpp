@@ -1,6 +1,7 @@
 #include <pelta/Annotations/PgmLocationAnnotationView.h>
 #include <pelta/Annotations/PgmLocationIcon.h>
 #include <pelta/Platform/Bundle.h>
+#include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/Make.h>
 #include <pelta/View/DefaultStyle.h>
 #include <pelta/View/PgmMapView.h>
@@ -98,16 +99,24 @@ std::shared_ptr<PgmMapView> PgmMapView::sharedThis() {
     return std::static_pointer_cast<PgmMapView>(shared_from_this());
 }
 
+// Shapes run the application's code, which may release the view.
+
 void PgmMapView::addShape(const std::shared_ptr<PgmShape>& shape) {
-    if (shape) {
-        shapes_->add(shape);
-    }
+    MainQueue::sync([this, shape] {
+        const auto held = weak_from_this().lock();
+        if (shape) {
+            shapes_->add(shape);
+        }
+    });
 }
 
 void PgmMapView::removeShape(const std::shared_ptr<PgmShape>& shape) {
-    if (shape) {
-        shapes_->remove(shape);
-    }
+    MainQueue::sync([this, shape] {
+        const auto held = weak_from_this().lock();
+        if (shape) {
+            shapes_->remove(shape);
+        }
+    });
 }
 
 const PgmMapView::ShapesMap& PgmMapView::shapesMap() const noexcept {
@@ -119,18 +128,22 @@ const PgmMapView::ShapesMap& PgmMapView::willBeRemovedShapesMap() const noexcept
 }
 
 void PgmMapView::drawShape(PgmShape& shape) {
+    const auto held = weak_from_this().lock();
     shapes_->draw(shape);
 }
 
 void PgmMapView::updateSource(std::string_view identifier) {
+    const auto held = weak_from_this().lock();
     shapes_->updateSource(identifier);
 }
 
 void PgmMapView::reorderShapes() {
+    const auto held = weak_from_this().lock();
     shapes_->reorder();
 }
 
 void PgmMapView::checkShapeImage() {
+    const auto held = weak_from_this().lock();
     shapes_->checkImages();
 }
 

@@ -52,10 +52,20 @@ void ShapeRegistry::requestEverything() {
     triggerRepaint();
 }
 
+std::vector<std::shared_ptr<PgmShape>> ShapeRegistry::shapesNow() const {
+    std::vector<std::shared_ptr<PgmShape>> present;
+    present.reserve(shapes_.size());
+    for (const auto& [index, shape] : shapes_) {
+        present.push_back(shape);
+    }
+    return present;
+}
+
 void ShapeRegistry::add(const std::shared_ptr<PgmShape>& shape) {
     shapesToRemove_.erase(shape->shapeIndex());
     shapes_.insert_or_assign(shape->shapeIndex(), shape);
-    MainQueue::sync([this, &shape] { draw(*shape); });
+    withdrawLayers(*shape, style());
+    draw(*shape);
 }
 
 void ShapeRegistry::remove(const std::shared_ptr<PgmShape>& shape) {
@@ -63,12 +73,17 @@ void ShapeRegistry::remove(const std::shared_ptr<PgmShape>& shape) {
     shapes_.erase(shape->shapeIndex());
     pendingWork_.reorderShapes = true;
     triggerRepaint();
+    if (dynamic_cast<const PgmInfoWindow*>(shape.get()) != nullptr) {
+        retirePicture(shape->shapeImage());
+    }
+    pendingWork_.checkShapeImage = pendingWork_.checkShapeImage || !retiredPictures_.isEmpty();
 }
 
 void ShapeRegistry::draw(PgmShape& shape) {
     if (style() == nullptr) {
         return;
     }
+    const auto held = shape.weak_from_this().lock();
     shape.updateLayerProperty();
     if (auto* window = dynamic_cast<PgmInfoWindow*>(&shape); window != nullptr && window->isAttached()) {
         window->iconImageCheck();
@@ -76,32 +91,37 @@ void ShapeRegistry::draw(PgmShape& shape) {
     requestEverything();
 }
 
+std::shared_ptr<MLNShapeSource> ShapeRegistry::source(std::string_view identifier) const {
+    const auto* present = style();
+    return present ? present->sourceWithIdentifier(identifier) : nullptr;
+}
+
 void ShapeRegistry::updateSource(std::string_view identifier) {
-    auto* present = style();
-    const auto source = present ? present->sourceWithIdentifier(identifier) : nullptr;
-    if (!source) {
+    if (!source(identifier)) {
         return;
     }
     std::vector<std::shared_ptr<MLNShape>> features;
     features.reserve(shapes_.size());
-    for (const auto& [index, shape] : shapes_) {
+    for (const auto& shape : shapesNow()) {
         if (shape->isAttached()) {
             appendFlattened(features, shape->feature());
         }
     }
-    source->setShape(MLNShapeCollectionFeature::shapeCollectionWithShapes(std::move(features)));
+    if (const auto updated = source(identifier)) {
+        updated->setShape(MLNShapeCollectionFeature::shapeCollectionWithShapes(std::move(features)));
+    }
 }
 
 void ShapeRegistry::reorder() {
+    // Released last: a shape's destruction may run the application's code.
+    const auto removed = std::exchange(shapesToRemove_, {});
     auto* present = style();
     if (present == nullptr) {
         return;
     }
-    for (const auto& [index, shape] : shapesToRemove_) {
-        removeLayers(*shape);
+    for (const auto& [index, shape] : removed) {
+        removeLayers(*present, *shape);
     }
-    // Released last: a shape's destruction may run the application's code.
-    const auto removed = std::exchange(shapesToRemove_, {});
 
     std::vector<const PgmShape*> sorted;
     sorted.reserve(shapes_.size());
@@ -112,22 +132,41 @@ void ShapeRegistry::reorder() {
     stackLayers(*present, sorted, firstSymbolLayer_);
 }
 
-void ShapeRegistry::checkImages() {
+ShapeRegistry::Pictures ShapeRegistry::neededPictures() const {
+    Pictures needed;
+    if (style() == nullptr) {
+        return needed;
+    }
+    for (const auto& shape : shapesNow()) {
+        auto image = shape->shapeImage();
+        // Neighbours mostly show the same image, so a look at the pointer spares most look-ups by name.
+        if (image && (needed.empty() || image != needed.back())) {
+            needed.push_back(std::move(image));
+        }
+    }
+    return needed;
+}
+
+void ShapeRegistry::putIntoStyle(const Pictures& pictures) const {
     auto* present = style();
     if (present == nullptr) {
         return;
     }
-    // Neighbours mostly show the same image, so a look at the pointer spares most look-ups by name.
-    std::shared_ptr<PgmImage> lastChecked;
-    for (const auto& [index, shape] : shapes_) {
-        auto image = shape->shapeImage();
-        if (!image || image == lastChecked) {
-            continue;
+    for (const auto& picture : pictures) {
+        if (present->imageForName(picture->reuseIdentifier()) == nullptr) {
+            present->setImage(picture->image(), picture->reuseIdentifier());
         }
-        if (present->imageForName(image->reuseIdentifier()) == nullptr) {
-            present->setImage(image->image(), image->reuseIdentifier());
-        }
-        lastChecked = std::move(image);
+    }
+}
+
+void ShapeRegistry::checkImages() {
+    putIntoStyle(neededPictures());
+}
+
+void ShapeRegistry::retirePicture(std::shared_ptr<PgmImage> picture) {
+    const auto* present = style();
+    if (picture && present != nullptr) {
+        retiredPictures_.add(std::move(picture), *present);
     }
 }
 
@@ -135,12 +174,8 @@ void ShapeRegistry::styleDidLoad(MLNStyle& style) {
     style.addSource(std::make_shared<MLNShapeSource>(std::string(sourceIdentifier)));
     hasLoadedStyle_ = true;
     firstSymbolLayer_ = firstSymbolLayerOf(style);
-
-    std::vector<std::shared_ptr<PgmShape>> waiting;
-    for (const auto& [index, shape] : shapes_) {
-        waiting.push_back(shape);
-    }
-    for (const auto& shape : waiting) {
+    retiredPictures_.clear();
+    for (const auto& shape : shapesNow()) {
         shape->updateLayerProperty();
         if (const auto window = std::dynamic_pointer_cast<PgmInfoWindow>(shape)) {
             MainQueue::async([weak = std::weak_ptr(window)] {
@@ -162,7 +197,17 @@ void ShapeRegistry::doPendingWork() {
         updateSource(sourceIdentifier);
     }
     if (std::exchange(pendingWork_.checkShapeImage, false)) {
-        checkImages();
+        const auto needed = neededPictures();
+        putIntoStyle(needed);
+        removeRetiredPictures(needed);
+    }
+}
+
+void ShapeRegistry::removeRetiredPictures(const Pictures& needed) {
+    auto* present = style();
+    if (present != nullptr && retiredPictures_.update(needed, *present)) {
+        pendingWork_.checkShapeImage = true;
+        triggerRepaint();
     }
 }
 

@@ -5,15 +5,25 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <pelta/Annotations/PgmShape.h>
 #include <pelta/Engine/MLNMapView.h>
+
+#include "View/RetiredPictures.h"
 
 namespace pelta {
 
 /// The shapes of one map view and what keeps the engine's style in step with them: the order of their
 /// layers, the source of their features and the pictures they need. Changes are only noted; the work is done
 /// once before a frame.
+///
+/// A shape makes its layers once and takes them along: the map that it was put on last has them in its style,
+/// and every map removes layers from its own style only.
+///
+/// Shapes run the application's code when they are asked for features, pictures or layers. It may add and
+/// remove shapes and change the style, so nothing of either is held meanwhile; whoever calls keeps the
+/// registry itself alive.
 class ShapeRegistry {
  public:
     using Shapes = std::map<std::uint64_t, std::shared_ptr<PgmShape>>;
@@ -51,6 +61,8 @@ class ShapeRegistry {
     void updateSource(std::string_view identifier);
     void reorder();
     void checkImages();
+    /// Notes that an info window no longer shows a picture; null is ignored.
+    void retirePicture(std::shared_ptr<PgmImage> picture);
 
     /// Prepares a newly loaded style for shapes and draws those that there are.
     void styleDidLoad(MLNStyle& style);
@@ -59,13 +71,21 @@ class ShapeRegistry {
     void triggerRepaint();
 
  private:
+    using Pictures = std::vector<std::shared_ptr<PgmImage>>;
+
     [[nodiscard]] MLNStyle* style() const;
+    [[nodiscard]] std::shared_ptr<MLNShapeSource> source(std::string_view identifier) const;
+    [[nodiscard]] std::vector<std::shared_ptr<PgmShape>> shapesNow() const;
+    [[nodiscard]] Pictures neededPictures() const;
+    void putIntoStyle(const Pictures& pictures) const;
+    void removeRetiredPictures(const Pictures& needed);
     void requestEverything();
 
     std::shared_ptr<MLNMapView> engine_;
     Shapes shapes_;
     Shapes shapesToRemove_;
     PendingWork pendingWork_;
+    RetiredPictures retiredPictures_;
     std::optional<std::string> firstSymbolLayer_;
     bool hasLoadedStyle_ = false;
 };

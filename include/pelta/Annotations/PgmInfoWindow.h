@@ -40,9 +40,10 @@ class PgmImageTextDataSource : public virtual PgmImageDataSource {
 /// The picture is drawn anew, from the main queue, whenever the window is put on a map, opened, moved, given
 /// another data source or invalidated; the one before stays until then, and for good where there is nothing
 /// to draw. The lower middle of the picture, the tip of the bubble, stands on the upper middle of the
-/// marker's icon, or on the coordinate. A bubble is as wide as its text needs; a text that would make it
-/// wider than 2000 points is cut off with an ellipsis. A view larger than 16384 pixels on a side is not
-/// drawn; one larger than 2046 points may be more than a port's map can show, which a log line says.
+/// marker's icon as it is drawn, or on the coordinate. A bubble is as wide as its text needs; a text that
+/// would make it wider than 2000 points is cut off with an ellipsis. A view larger than 16384 pixels on a
+/// side is not drawn; one larger than 2046 points may be more than a port's map can show, which a log line
+/// says.
 ///
 /// A marker holds the window that is open on it, and the map holds what is on the map.
 class PgmInfoWindow : public PgmShape {
@@ -52,7 +53,8 @@ class PgmInfoWindow : public PgmShape {
     /// For `make`; use the factory.
     PgmInfoWindow();
 
-    /// Puts the window on a map, or takes it away (null). The picture made before is dropped.
+    /// Puts the window on a map, or takes it away (null), on any thread, as `PgmShape::setMapView` does. The
+    /// picture made before is dropped.
     void setMapView(const std::shared_ptr<PgmMapView>& mapView) override;
 
     /// @name Place
@@ -61,8 +63,10 @@ class PgmInfoWindow : public PgmShape {
     /// has moved the window away since.
     [[nodiscard]] std::shared_ptr<PgmMarker> marker() const { return marker_.lock(); }
     /// Opens the window on a marker, which then holds it, in place of the one that it held; the marker before
-    /// lets go of it. The window stands where the marker is now and does not follow it when it is moved. Null
-    /// takes the window off its marker and leaves it drawn where it is.
+    /// lets go of it. The window stands where the marker is now and does not follow it when it is moved; it
+    /// follows the upper edge of the icon when that is drawn with another picture, scale, anchor or angle. On
+    /// a marker that has never been drawn it stands on the coordinate. Null takes the window off its marker
+    /// and leaves it drawn where it is.
     void setMarker(const std::shared_ptr<PgmMarker>& marker);
     /// Where the window stands, degrees; absent at first.
     [[nodiscard]] std::optional<CLLocationCoordinate2D> position() const noexcept { return position_; }
@@ -71,7 +75,7 @@ class PgmInfoWindow : public PgmShape {
     void setPosition(std::optional<CLLocationCoordinate2D> position);
     void setPosition(CLLocationCoordinate2D position) { setPosition(std::optional(position)); }
     /// Shift of the picture in points, right and down, (0, 0) at first; numbers that are not finite count as
-    /// 0. A new one is seen once the window is moved or drawn anew.
+    /// 0. A new one waits until the window is moved, opened on a marker, drawn anew or put on a map.
     [[nodiscard]] CGPoint offset() const noexcept { return offset_; }
     void setOffset(CGPoint offset);
     /// @}
@@ -106,25 +110,32 @@ class PgmInfoWindow : public PgmShape {
     /// Queues the drawing of the picture on the main queue, each time.
     void iconImageCheck();
     [[nodiscard]] std::shared_ptr<MLNShape> feature() const override { return feature_; }
-    [[nodiscard]] std::shared_ptr<PgmImage> shapeImage() const override { return iconImage_; }
+    /// The picture that the feature shows: the one drawn last, or an earlier one while `position` is absent.
+    [[nodiscard]] std::shared_ptr<PgmImage> shapeImage() const override { return shownImage_; }
     [[nodiscard]] std::int64_t defaultGlobalZIndex() const override { return 3000; }
     void updateLayerProperty() override;
     void updateFeature() override;
     /// @}
 
  private:
+    friend class PgmMarker;
+
     void drawIconImage();
     [[nodiscard]] std::shared_ptr<UIView> contentView();
-    [[nodiscard]] CGPoint iconOffset() const;
+    void show(const std::shared_ptr<PgmImage>& image);
+    void writeIconOffset();
+    void markerIconDidMove();
 
     std::shared_ptr<MLNSymbolStyleLayer> symbolLayer_;
     std::shared_ptr<MLNPointFeature> feature_;
     std::shared_ptr<PgmImage> iconImage_;
+    std::shared_ptr<PgmImage> shownImage_;  ///< What the feature names.
     CGFloat alpha_ = 1.0;
     std::weak_ptr<PgmImageDataSource> imageDataSource_;
     std::weak_ptr<PgmMarker> marker_;
     std::optional<CLLocationCoordinate2D> position_;
     CGPoint offset_;
+    CGPoint shownOffset_;  ///< What of `offset_` the feature has; finite.
     bool isForceShowIcon_ = false;
 };
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <pelta/Annotations/DrawnNumber.h>
 #include <pelta/Annotations/PgmImage.h>
@@ -48,6 +49,8 @@ class PgmMarker : public PgmShape {
     [[nodiscard]] const std::shared_ptr<PgmInfoWindow>& infoWindow() const noexcept { return infoWindow_; }
 
     /// @name Icon
+    /// `anchor`, `angle` and `alpha` are stored and wait: they are drawn with the next change of icon, title,
+    /// stacking, zoom range or visibility, or when the marker is put on a map, but not with a new position.
     /// @{
     /// Never null; a red pin at first. Null sets that one again.
     [[nodiscard]] const std::shared_ptr<PgmImage>& iconImage() const noexcept { return iconImage_; }
@@ -57,14 +60,13 @@ class PgmMarker : public PgmShape {
     void setIconScale(double scale);
     /// Point of the picture that stands on the position at every angle, in fractions of its width and height
     /// from the top left; (0.5, 1), the bottom centre, at first. Components that are not finite count as 0.5.
-    /// Drawn with the next change of another property.
+    /// Waits for another change.
     [[nodiscard]] CGPoint anchor() const noexcept { return anchor_; }
     void setAnchor(CGPoint anchor) noexcept { anchor_ = anchor; }
-    /// Rotation of the icon about its anchor, degrees clockwise, 0 at first. Drawn with the next change of
-    /// another property.
+    /// Rotation of the icon about its anchor, degrees clockwise, 0 at first. Waits for another change.
     [[nodiscard]] double angle() const noexcept { return angle_.asSet(); }
     void setAngle(double degrees) noexcept { angle_.set(degrees); }
-    /// Opacity of icon and title, 0 to 1, 1 at first. Drawn with the next change of another property.
+    /// Opacity of icon and title, 0 to 1, 1 at first. Waits for another change.
     [[nodiscard]] double alpha() const noexcept { return alpha_.asSet(); }
     void setAlpha(double alpha) noexcept { alpha_.set(alpha); }
     /// For info windows that stand on the marker; the marker itself does not look at it. False at first.
@@ -134,6 +136,7 @@ class PgmMarker : public PgmShape {
  private:
     friend class PgmInfoWindow;
     void setInfoWindow(std::shared_ptr<PgmInfoWindow> window);
+    void setInfoWindowOffset(CGVector offset);
     void propertyDidChange();
     void applyTitle(MLNSymbolStyleLayer& layer);
     void applyIcon(MLNSymbolStyleLayer& layer);
@@ -162,6 +165,8 @@ class PgmMarker : public PgmShape {
     bool isIconFlat_ = false;
     bool isTitleFlat_ = false;
     std::shared_ptr<PgmInfoWindow> infoWindow_;
+    /// Every window that stands on the icon; one that was opened here before `infoWindow_` does so still.
+    std::vector<std::weak_ptr<PgmInfoWindow>> openWindows_;
 };
 
 }  // namespace pelta

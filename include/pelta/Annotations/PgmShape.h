@@ -22,8 +22,12 @@ class PgmMapView;
 /// Base of everything that an application draws on a map.
 ///
 /// A shape is seen while `mapView` is set: the map view then holds it, so the application need not. It is
-/// stacked by `globalZIndex`, then `zIndex`, then age. Property changes show at the next frame. An
-/// application's own subclass is made with `make<T>(…)`. Main thread only.
+/// stacked by `globalZIndex`, then `zIndex`, then age. Changes show at the next frame; the few properties
+/// that wait for another change say so. An application's own subclass is made with `make<T>(…)`. Main thread
+/// only, but for `setMapView`.
+///
+/// The map calls the overridable members of a shape before a frame and while the shape is put on it. They may
+/// take this and other shapes off the map, put others on it, load a style and release the map.
 class PgmShape : public std::enable_shared_from_this<PgmShape> {
  public:
     /// An application's own values by name.
@@ -58,7 +62,8 @@ class PgmShape : public std::enable_shared_from_this<PgmShape> {
     /// The map view that shows the shape, held weakly; null when there is none.
     [[nodiscard]] virtual std::shared_ptr<PgmMapView> mapView() const { return mapView_.lock(); }
     /// Takes the shape from its map view and puts it on another; null only takes it away. The same view
-    /// again takes it away and puts it back.
+    /// again takes it away and puts it back. Any thread: all of the work is done on the main thread, and the
+    /// caller waits for it as in `MainQueue::sync`.
     virtual void setMapView(const std::shared_ptr<PgmMapView>& mapView);
     /// True while the shape has a map view.
     [[nodiscard]] bool isAttached() const noexcept { return !mapView_.expired(); }

@@ -32,7 +32,7 @@ struct MLNStyleChanges {
     std::vector<std::string> removedSources;
     /// Names of images that were set, in the order in which they were.
     std::vector<std::string> changedImages;
-    /// Names of images that were removed.
+    /// Names of images that were removed, to be taken out once all else of this list has been drawn.
     std::vector<std::string> removedImages;
 
     /// True when there is nothing to take over.

@@ -27,8 +27,12 @@ class MainQueue {
     /// Queues a task to run `delay` seconds from now on the port's clock; negative and non-finite delays
     /// count as 0. Any thread.
     static void asyncAfter(double delay, Task task);
-    /// Runs a task on the main thread and returns when it is done: at once when called there, otherwise the
-    /// caller waits for the queue to be run. A task that is dropped by `clear` lets its caller go, unrun.
+    /// Runs a task on the main thread and returns when it is done. Any thread.
+    ///
+    /// On the main thread it runs at once. Elsewhere the caller waits until the main thread has run its
+    /// queue, however long that takes; a main thread that waits for the caller meanwhile waits for ever.
+    /// Once the port goes away nobody runs the queue any more: callers that wait then, and those that come
+    /// before another port is installed, return with their task unrun.
     static void sync(const Task& task);
     /// True on the thread that runs this queue.
     [[nodiscard]] static bool isMainThread() noexcept;
@@ -38,7 +42,8 @@ class MainQueue {
     static std::size_t runDue(double now);
     /// For ports: the earliest due time of all waiting tasks (seconds on the port's clock), if there are any.
     [[nodiscard]] static std::optional<double> nextDue();
-    /// For ports: drops all waiting tasks, before the port itself goes away.
+    /// For ports, before the port itself goes away: drops all waiting tasks and, until a port is installed
+    /// again, those that come later.
     static void clear();
 };
 

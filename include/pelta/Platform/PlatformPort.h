@@ -34,7 +34,8 @@ class PlatformPort {
     /// Seconds since some fixed moment; never goes back. Any thread.
     [[nodiscard]] virtual double now() const = 0;
     /// Asks that `MainQueue::runDue` be called at `time` (seconds on the clock of `now`), or as soon as
-    /// possible when that has passed. Earlier requests stay in force. Any thread.
+    /// possible when that has passed. Earlier requests stay in force. Any thread; `MainQueue` may not be
+    /// called from inside this call.
     virtual void wakeMainQueueAt(double time) = 0;
     /// Asks for one call of `FrameLoop::run` at the next frame, never from inside this call.
     virtual void requestFrame() = 0;

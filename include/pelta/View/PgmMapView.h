@@ -32,7 +32,7 @@ struct OrnamentControls;
 /// Made with `create`, or with `make<T>` for subclasses; it loads the default style by itself. Setters store
 /// the value, which is what the getter answers, and hand it to the engine's map view, which keeps its own
 /// limits; a new view has not told the engine any of its defaults. Numbers that are not finite are stored but
-/// ignored by the engine. Main thread only.
+/// ignored by the engine. Main thread only, but for `addShape` and `removeShape`.
 class PgmMapView : public UIView {
  public:
     /// Runs when a camera movement has ended.
@@ -261,8 +261,11 @@ class PgmMapView : public UIView {
     [[nodiscard]] const ShapesMap& shapesMap() const noexcept;
     /// Shapes taken from the map whose layers leave it at the next frame.
     [[nodiscard]] const ShapesMap& willBeRemovedShapesMap() const noexcept;
-    /// Puts a shape on the map and draws it, from another thread by waiting for the main thread. Does not set
-    /// the shape's own `mapView`. Null is ignored, here and in `removeShape`.
+    /// Puts a shape on the map and draws it. Its layers leave the style of the map that it was on before.
+    /// Does not set the shape's own `mapView`. Null is ignored, here and in `removeShape`.
+    ///
+    /// Both may be called on any thread. All of their work is done on the main thread, and the caller waits
+    /// for it as in `MainQueue::sync`.
     void addShape(const std::shared_ptr<PgmShape>& shape);
     /// Takes a shape from the map; its layers go at the next frame.
     void removeShape(const std::shared_ptr<PgmShape>& shape);
@@ -274,7 +277,9 @@ class PgmMapView : public UIView {
     void updateSource(std::string_view identifier);
     /// Brings the layers of all shapes into their stacking order and takes out those of removed shapes.
     void reorderShapes();
-    /// Puts into the style every picture that a shape needs and whose name the style does not have.
+    /// Puts into the style every picture that a shape needs and whose name the style does not have. Pictures
+    /// stay in the style, but for those that an info window has drawn and no longer shows: such a picture
+    /// leaves once no shape of the map needs one of its name and a frame without it has been drawn.
     void checkShapeImage();
     /// The three kinds of work that wait for the next frame, done in this order. Setting one does not ask for
     /// a frame; `triggerRepaint` does.
@@ -307,6 +312,7 @@ class PgmMapView : public UIView {
     /// @}
 
  private:
+    friend class PgmInfoWindow;
     friend class PrivateMapDelegate;
 
     struct Settings {

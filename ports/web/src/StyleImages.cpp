@@ -59,21 +59,26 @@ void addImage(const val& map, const std::string& name, const UIImage& image) {
 
 }  // namespace
 
-std::function<void()> imageChanges(const val& map, const MLNStyle& style, const MLNStyleChanges& changes) {
+std::function<void()> StyleImages::changes(const MLNStyle& style, const MLNStyleChanges& changes) {
     std::vector<std::pair<std::string, UIImage>> added;
     for (const std::string& name : changes.changedImages) {
         if (const UIImage* image = style.imageForName(name)) {
             added.emplace_back(name, *image);
         }
     }
-    return [map, added = std::move(added), removed = changes.removedImages] {
-        for (const std::string& name : removed) {
-            removeImage(map, name);
-        }
+    return [this, added = std::move(added), removed = changes.removedImages] {
         for (const auto& [name, image] : added) {
-            addImage(map, name, image);
+            retired_.erase(name);
+            addImage(map_, name, image);
         }
+        retired_.insert(removed.begin(), removed.end());
     };
+}
+
+void StyleImages::removeRetired() {
+    for (const std::string& name : std::exchange(retired_, {})) {
+        removeImage(map_, name);
+    }
 }
 
 }  // namespace pelta

@@ -9,7 +9,6 @@
 #include "CssText.h"
 #include "MapSurfaces.h"
 #include "StyleAddresses.h"
-#include "StyleImages.h"
 #include "WebPort.h"
 
 using emscripten::val;
@@ -37,6 +36,7 @@ WebMapRenderer::WebMapRenderer(MapRendererHost& host, UIView& surface, CGSize si
       constrainFunction_([this](const val& arguments) { return constrain(arguments); }),
       map_((setElementSize(element_, size), element_), screenScale, constrainFunction_.value()),
       compiler_(isLiteral),
+      images_(map_.value()),
       size_(size),
       scale_(screenScale) {
     listen("movestart", &WebMapRenderer::movementDidBegin);
@@ -176,7 +176,7 @@ CLLocationCoordinate2D WebMapRenderer::coordinateForPoint(CGPoint point) const {
 }
 
 void WebMapRenderer::commit(const MLNStyle& style, const MLNStyleChanges& changes) {
-    auto work = [this, images = imageChanges(map_.value(), style, changes),
+    auto work = [this, images = images_.changes(style, changes),
                  calls = compiler_.compile(style, changes, camera_.zoom)] {
         images();
         map_.run(calls);
@@ -229,6 +229,7 @@ void WebMapRenderer::styleDidLoad(const val&) {
     if (std::exchange(isLoading_, false)) {
         waitingCommits_.clear();
         compiler_.reset(loading_);
+        images_.reset();
         report([this] { host_.rendererDidLoadStyle(); });
         return;
     }
@@ -246,6 +247,7 @@ void WebMapRenderer::errorDidOccur(const val& event) {
     }
     isLoading_ = false;
     compiler_.reset({});
+    images_.reset();
     const std::string name = loading_.address.empty() ? "The style document" : "\"" + loading_.address + "\"";
     const std::string message =
         name + " is not a style that can be drawn: " + reason + ". Correct the document there.";
@@ -337,8 +339,14 @@ void WebMapRenderer::mapDidBecomeIdle(const val&) {
     if (isLoading_ || isContextLost_ || isSettled_) {
         return;
     }
-    if (const std::string calls = compiler_.removeRetiredLayers(); !calls.empty()) {
-        command([&] { map_.run(calls); });
+    const std::string calls = compiler_.removeRetiredLayers();
+    if (!calls.empty() || images_.hasRetired()) {
+        command([&] {
+            if (!calls.empty()) {
+                map_.run(calls);
+            }
+            images_.removeRetired();
+        });
         return;  // The engine comes to rest once more.
     }
     isSettled_ = true;

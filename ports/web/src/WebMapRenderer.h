@@ -12,6 +12,7 @@
 #include "JsFunction.h"
 #include "MapGestures.h"
 #include "StyleCompiler.h"
+#include "StyleImages.h"
 
 namespace pelta {
 
@@ -83,6 +84,7 @@ class WebMapRenderer final : public MapRenderer {
     GlMap map_;
     std::vector<JsFunction> listeners_;
     StyleCompiler compiler_;
+    StyleImages images_;
 
     CGSize size_;
     double scale_;

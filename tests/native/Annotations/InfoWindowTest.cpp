@@ -144,7 +144,7 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     EXPECT_EQ(offsetOf(*info), (CGVector{0, -40})) << "seen with the next move or picture";
     info->setMarker(other);
     EXPECT_EQ(marker->infoWindow(), nullptr);
-    EXPECT_EQ(offsetOf(*info), (CGVector{3, 0})) << "what is no number counts as 0";
+    EXPECT_EQ(offsetOf(*info), (CGVector{3, -80})) << "what is no number counts as 0";
     info->setOffset({3, 1});
     info->invalidate();
     EXPECT_TRUE(port.runUntilIdle());
@@ -166,6 +166,127 @@ TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     info->setMarker(nullptr);
     EXPECT_EQ(marker->infoWindow(), second) << "a window lets go only of its own marker";
     EXPECT_EQ(info->position(), std::nullopt);
+}
+
+TEST_F(InfoWindowTest, StandsOnTheIconAsItIsDrawn) {
+    const auto marker = PgmMarker::markerWithPosition(seoul);
+    const auto source = std::make_shared<TextSource>("text");
+    const auto former = open(source);
+    former->setMarker(marker);
+    const auto info = open(source);
+    info->setMarker(marker);
+    EXPECT_TRUE(port.runUntilIdle());
+    const auto picture = PgmImage::imageWith(
+        *UIImage::fromPixels(20, 60, 2, std::vector<std::uint8_t>(std::size_t{20} * 60 * 4)));
+    struct Case {
+        const char* change;
+        std::function<void()> make;
+        CGVector former, present;
+    };
+    const Case cases[] = {
+        {"marker on no map", [] {}, {0, 0}, {0, 0}},
+        {"marker put on the map last", [&] { marker->setMapView(map); }, {0, -40}, {0, -40}},
+        {"scale", [&] { marker->setIconScale(2); }, {0, -80}, {0, -80}},
+        {"picture", [&] { marker->setIconImage(picture); }, {0, -60}, {0, -60}},
+        {"anchor, not drawn yet",
+         [&] {
+             marker->setAnchor({0.5, 0.5});
+         },
+         {0, -60},
+         {0, -60}},
+        {"anchor, drawn", [&] { marker->setTitle("title"); }, {0, -30}, {0, -30}},
+        {"angle, not drawn yet", [&] { marker->setAngle(90); }, {0, -30}, {0, -30}},
+        {"angle, drawn", [&] { marker->setZIndex(1); }, {0, -10}, {0, -10}},
+        {"own offset, not drawn yet",
+         [&] {
+             info->setOffset({3, 4});
+         },
+         {0, -10},
+         {0, -10}},
+        {"own offset waits on", [&] { marker->setIconScale(1); }, {0, -5}, {0, -5}},
+        {"own offset, drawn", [&] { info->invalidate(); }, {0, -5}, {3, -1}},
+        {"moved away", [&] { former->setPosition(seoul), marker->setIconScale(4); }, {0, 0}, {3, -16}},
+        {"marker back",
+         [&] { marker->setMapView(nullptr), marker->setIconScale(2), marker->setMapView(map); },
+         {0, 0},
+         {3, -6}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.change);
+        const auto revision = info->feature()->revision();
+        each.make();
+        EXPECT_EQ(map->needUpdateShapes(), info->feature()->revision() != revision);
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(offsetOf(*former), each.former);
+        EXPECT_EQ(offsetOf(*info), each.present);
+    }
+}
+
+TEST_F(InfoWindowTest, PicturesNoLongerShownLeaveTheStyle) {
+    const auto source = std::make_shared<ViewSource>(make<UIView>(CGRect{{}, {8, 4}}));
+    const auto info = open(source);
+    auto& style = *engineOf(map).style();
+    const auto has = [&](const std::shared_ptr<PgmImage>& image) {
+        return style.imageForName(image->reuseIdentifier()) != nullptr;
+    };
+    std::vector<std::shared_ptr<PgmImage>> drawn{info->iconImage()};
+    for (int i = 0; i < 500; ++i) {
+        info->invalidate();
+        if (i % 3 != 0) {
+            port.runFrame();
+            ASSERT_TRUE(has(info->iconImage()));
+            ASSERT_TRUE(i < 2 || i % 3 == 2 || has(drawn.back())) << "until the frame without it is drawn";
+            drawn.push_back(info->iconImage());
+        }
+    }
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_EQ(std::count_if(drawn.begin(), drawn.end(), has), 1);
+
+    const auto redraw = [&] {
+        info->invalidate();
+        EXPECT_TRUE(port.runUntilIdle());
+    };
+    const auto ownName = PgmImage::imageWith(PgmImage::markerImageRed()->image());
+    const auto marker = PgmMarker::markerWithIconImage(ownName);
+    marker->setMapView(map);
+    EXPECT_TRUE(port.runUntilIdle());
+    const auto lent = info->iconImage();
+    marker->setIconImage(lent);
+    redraw();
+    EXPECT_TRUE(has(lent)) << "a marker shows it";
+    redraw();
+    marker->setIconImage(nullptr);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_FALSE(has(lent));
+
+    const auto replaced = info->iconImage();
+    style.setImage(PgmImage::markerImageBlue()->image(), replaced->reuseIdentifier());
+    redraw();
+    EXPECT_TRUE(has(replaced)) << "the application's own picture under the same name";
+
+    const auto shown = info->iconImage();
+    info->setPosition(std::nullopt);
+    redraw();
+    EXPECT_TRUE(has(shown)) << "left drawn where it was";
+    info->setPosition(seoul);
+    EXPECT_TRUE(port.runUntilIdle());
+    EXPECT_FALSE(has(shown));
+
+    const auto other = makeLoadedMap();
+    const std::function<void()> leavings[] = {
+        [&] { map->removeShape(info); }, [&] { info->setMapView(nullptr); }, [&] { info->setMapView(other); },
+        [&] { info->setPosition(std::nullopt), info->setMapView(nullptr); }};
+    for (const auto& leave : leavings) {
+        info->setPosition(seoul);
+        info->setMapView(map);
+        EXPECT_TRUE(port.runUntilIdle());
+        const auto last = info->iconImage();
+        EXPECT_TRUE(has(last));
+        leave();
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_FALSE(has(last));
+    }
+    EXPECT_TRUE(has(ownName) && has(PgmImage::markerImageRed())) << "no other picture is removed";
 }
 
 TEST_F(InfoWindowTest, IsDrawnForEachMapAndStyle) {

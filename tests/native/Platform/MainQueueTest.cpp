@@ -76,5 +76,34 @@ TEST_F(MainQueueTest, SyncRunsAtOnceOnTheMainThreadAndWaitsElsewhere) {
     EXPECT_TRUE(ranOnMainThread);
 }
 
+TEST(MainQueueWithoutPortTest, NobodyWaitsForAQueueThatNobodyRuns) {
+    auto port = std::make_unique<HeadlessPort>();
+    std::atomic<int> runs{0};
+    std::atomic<int> returns{0};
+    const auto call = [&] {
+        for (int i = 0; i < 100; ++i, ++returns) {
+            MainQueue::sync([&] { ++runs; });
+        }
+    };
+    std::thread one(call);
+    std::thread other(call);
+    while (!MainQueue::nextDue()) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(returns, 0) << "waits while there is a port";
+    port.reset();
+    one.join();
+    other.join();
+    EXPECT_EQ(runs, 0);
+    EXPECT_EQ(returns, 200);
+    MainQueue::async([&] { ++runs; });
+    port = std::make_unique<HeadlessPort>();
+    port->advance(1);
+    EXPECT_EQ(runs, 0) << "dropped with the port before";
+    MainQueue::async([&] { ++runs; });
+    port->advance(1);
+    EXPECT_EQ(runs, 1);
+}
+
 }  // namespace
 }  // namespace pelta

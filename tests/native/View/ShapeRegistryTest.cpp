@@ -1,3 +1,5 @@
+#include <array>
+#include <atomic>
 #include <thread>
 
 #include "View/MapFixture.h"
@@ -113,19 +115,45 @@ TEST_F(ShapeRegistryTest, LayersComeAndGoWithTheNextFrame) {
     EXPECT_THAT(featuresOf(map), ElementsAre("kept"));
 }
 
-TEST_F(ShapeRegistryTest, MovingToAnotherMapLeavesTheFirst) {
-    const auto first = makeLoadedMap();
-    const auto second = makeLoadedMap();
-    const auto marker = namedMarker("marker");
-    marker->setMapView(first);
-    port.runFrame();
-    marker->setMapView(second);
-    port.runFrame();
-    port.runFrame();
-    EXPECT_TRUE(first->shapesMap().empty());
-    EXPECT_TRUE(layersOf(first).empty());
-    EXPECT_THAT(layersOf(second), ElementsAre("marker"));
-    EXPECT_EQ(marker->mapView(), second);
+TEST_F(ShapeRegistryTest, ItsLayersAreOnTheMapThatAShapeWasPutOnLast) {
+    // Maps: A and B have a style, L gets one at the end; "." lets a frame be drawn, "-" takes the shape away.
+    for (const std::string moves : {"A.B", "B.A", "A.B.A", "B.A.B", "A.BA", "B.AB", "A.BA.B", "L.A", "A.L.A",
+                                    "A.LA", "LB", "A.L", "A.L-", "L-", "A.BA-", "A.B-"}) {
+        SCOPED_TRACE(moves);
+        serveStyle(emptyStyle());
+        const auto loadedA = makeLoadedMap();
+        const auto loadedB = makeLoadedMap();
+        serveStyle("no style");
+        const auto late = makeMap();
+        EXPECT_TRUE(port.runUntilIdle());
+        const std::map<char, std::shared_ptr<PgmMapView>> maps{{'A', loadedA}, {'B', loadedB}, {'L', late}};
+        const auto marker = namedMarker("marker");
+        for (const auto& [name, map] : maps) {
+            namedLine("line")->setMapView(map);
+        }
+        for (const char move : moves) {
+            if (move == '.') {
+                port.runFrame();
+            } else {
+                marker->setMapView(move == '-' ? nullptr : maps.at(move));
+            }
+        }
+        port.runFrame();
+        EXPECT_TRUE(late->willBeRemovedShapesMap().empty()) << "held without need";
+        engineOf(late).setStyleJSON(emptyStyle());
+        EXPECT_TRUE(port.runUntilIdle());
+        for (const auto& [name, map] : maps) {
+            map->setNeedReorderShapes(true);
+            port.runFrame();
+        }
+        for (const auto& [name, map] : maps) {
+            std::vector<std::string> expected{"line"};
+            if (name == moves.back()) {
+                expected.emplace_back("marker");
+            }
+            EXPECT_EQ(layersOf(map), expected) << "map " << name;
+        }
+    }
 }
 
 TEST_F(ShapeRegistryTest, MapHoldsItsShapesAndShapesDoNotHoldTheMap) {
@@ -210,20 +238,167 @@ TEST_F(ShapeRegistryTest, ABurstOfChangesIsOneFramesWork) {
     EXPECT_EQ(shape->imageReads, 2);
 }
 
-TEST_F(ShapeRegistryTest, AShapeAddedOnAnotherThreadIsDrawnOnTheMainThread) {
-    struct ThreadShape : PgmShape {
-        void updateLayerProperty() override { drawnOn = std::this_thread::get_id(); }
-        std::thread::id drawnOn;
-    };
-    const auto map = makeLoadedMap();
-    const auto shape = make<ThreadShape>();
-    std::thread worker([&] { map->addShape(shape); });
-    while (shape->drawnOn == std::thread::id{}) {
-        port.advance(0.01);
+/// Runs the application's work when it is asked for something, once.
+struct AskedMarker : PgmMarker {
+    using Work = std::function<void()>;
+    enum Question { layers, geometry, picture };
+
+    void updateLayerProperty() override {
+        PgmMarker::updateLayerProperty();
+        answer(layers);
     }
-    worker.join();
-    EXPECT_EQ(shape->drawnOn, std::this_thread::get_id());
-    EXPECT_EQ(map->shapesMap().count(shape->shapeIndex()), 1U);
+    std::shared_ptr<MLNShape> feature() const override {
+        answer(geometry);
+        return PgmMarker::feature();
+    }
+    std::shared_ptr<PgmImage> shapeImage() const override {
+        answer(picture);
+        return PgmMarker::shapeImage();
+    }
+    void answer(Question question) const {
+        if (work && question == asked) {
+            std::exchange(work, nullptr)();
+        }
+    }
+    mutable Work work;
+    Question asked = layers;
+};
+
+TEST_F(ShapeRegistryTest, AShapeThatIsAskedMayDoAnythingToTheMap) {
+    struct Stage {
+        std::shared_ptr<PgmMapView> map;
+        std::vector<std::shared_ptr<PgmShape>> shapes;
+    };
+    struct Case {
+        const char* what;
+        void (*act)(Stage& stage, PgmShape& asked);
+        std::vector<std::string> left;
+    };
+    const std::string others[] = {"a", "asked", "b"};
+    const Case cases[] = {
+        {"takes itself away", [](Stage&, PgmShape& asked) { asked.setMapView(nullptr); }, {"a", "b"}},
+        {"takes its neighbours away",
+         [](Stage& stage, PgmShape&) {
+             stage.shapes.front()->setMapView(nullptr);
+             stage.map->removeShape(stage.shapes.back());
+             stage.shapes.clear();
+         },
+         {"asked"}},
+        {"takes all away and forgets them",
+         [](Stage& stage, PgmShape&) {
+             for (const auto& shape : std::exchange(stage.shapes, {})) {
+                 shape->setMapView(nullptr);
+             }
+         },
+         {}},
+        {"puts another on",
+         [](Stage& stage, PgmShape&) { namedMarker("c")->setMapView(stage.map); },
+         {"a", "asked", "b", "c"}},
+        {"does the frame's work",
+         [](Stage& stage, PgmShape&) {
+             stage.map->updateSource("pel-shapes");
+             stage.map->checkShapeImage();
+             stage.map->reorderShapes();
+         },
+         {"a", "asked", "b"}},
+        {"replaces the style",
+         [](Stage& stage, PgmShape&) { engineOf(stage.map).setStyleJSON(labelledStyle()); },
+         {"ground", "places", "roads", "a", "asked", "b"}},
+        {"releases the map",
+         [](Stage& stage, PgmShape&) {
+             stage.map->removeFromSuperview();
+             stage = {};
+         },
+         {}},
+    };
+    for (const auto question : {AskedMarker::layers, AskedMarker::geometry, AskedMarker::picture}) {
+        for (const auto& each : cases) {
+            SCOPED_TRACE(std::string(each.what) + " when asked for " + std::to_string(question));
+            Stage stage{makeLoadedMap(), {}};
+            for (const auto& name : others) {
+                const auto marker = name == "asked" ? make<AskedMarker>() : namedMarker(name);
+                marker->setIdentifier(name);
+                marker->setIconImage(PgmImage::imageWith(PgmImage::markerImageBlue()->image()));
+                marker->setMapView(stage.map);
+                stage.shapes.push_back(marker);
+            }
+            port.runFrame();
+            const std::weak_ptr<PgmMapView> map = stage.map;
+            auto& asked = static_cast<AskedMarker&>(*stage.shapes[1]);
+            asked.asked = question;
+            asked.work = [&] { each.act(stage, asked); };
+            stage.map->setNeedUpdateShapes(true);
+            stage.map->setNeedCheckShapeImage(true);
+            stage.map->drawShape(asked);
+            EXPECT_TRUE(port.runUntilIdle());
+            if (stage.map) {
+                stage.map->setNeedUpdateShapes(true);
+                port.runFrame();
+                EXPECT_EQ(layersOf(stage.map), each.left);
+            } else {
+                EXPECT_TRUE(map.expired());
+            }
+        }
+    }
+}
+
+/// Notes on which threads it is drawn and asked.
+struct ThreadShape : PgmShape {
+    void updateLayerProperty() override { isDrawnElsewhere = isDrawnElsewhere || !MainQueue::isMainThread(); }
+    bool isDrawnElsewhere = false;
+};
+
+TEST_F(ShapeRegistryTest, OtherThreadsPutShapesOnAndTakeThemAwayByTheMainThread) {
+    constexpr std::size_t perThread = 300;
+    const auto map = makeLoadedMap();
+    const auto other = makeLoadedMap();
+    const auto single = make<ThreadShape>();
+    std::thread first([&] { single->setMapView(map); });
+    while (!MainQueue::nextDue()) {
+        std::this_thread::yield();
+    }
+    EXPECT_FALSE(single->isAttached()) << "before the main thread has run its queue";
+    EXPECT_TRUE(map->shapesMap().empty());
+    port.runFrame();
+    first.join();
+    EXPECT_EQ(map->shapesMap().size(), 1U);
+
+    std::array<std::vector<std::shared_ptr<ThreadShape>>, 4> shapes;
+    for (auto& each : shapes) {
+        std::generate_n(std::back_inserter(each), perThread, [] { return make<ThreadShape>(); });
+    }
+    const auto onThreads =
+        [&](const std::function<void(const std::shared_ptr<ThreadShape>&, std::size_t)>& work) {
+            std::atomic<std::size_t> finished{0};
+            std::vector<std::thread> threads;
+            for (const auto& own : shapes) {
+                threads.emplace_back([&] {
+                    for (std::size_t i = 0; i < own.size(); ++i) {
+                        work(own[i], i);
+                    }
+                    ++finished;
+                });
+            }
+            while (finished < threads.size()) {
+                port.runFrame();
+            }
+            for (auto& thread : threads) {
+                thread.join();
+            }
+        };
+    onThreads([&](const auto& shape, std::size_t i) {
+        i % 2 == 0 ? shape->setMapView(map) : map->addShape(shape);
+    });
+    EXPECT_EQ(map->shapesMap().size(), 1 + 4 * perThread);
+    onThreads([&](const auto& shape, std::size_t i) {
+        i % 2 == 0 ? shape->setMapView(i % 4 == 0 ? other : nullptr) : map->removeShape(shape);
+    });
+    EXPECT_EQ(map->shapesMap().size(), 1U);
+    EXPECT_EQ(other->shapesMap().size(), perThread);
+    for (const auto& own : shapes) {
+        EXPECT_TRUE(
+            std::none_of(own.begin(), own.end(), [](const auto& each) { return each->isDrawnElsewhere; }));
+    }
 }
 
 }  // namespace
