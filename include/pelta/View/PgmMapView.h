@@ -75,7 +75,8 @@ class PgmMapView : public UIView {
 
     /// @name Camera
     /// @{
-    /// The camera as it is; null without an engine view.
+    /// The camera as it is; null without an engine view. A zoom and a tilt within the limits read back
+    /// exactly as they were set, whatever the size of the view.
     [[nodiscard]] std::shared_ptr<PgmCameraPosition> cameraPosition() const;
     /// Moves the camera at once; null is ignored.
     void setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position);
@@ -327,7 +328,6 @@ class PgmMapView : public UIView {
     void recognizersInit();
     void controllerInit();
     [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
-    [[nodiscard]] MLNMapCamera engineCamera(const PgmCameraPosition& position);
 
     std::shared_ptr<MLNMapView> engine_;
     std::shared_ptr<PgmMapOptions> startOptions_;
