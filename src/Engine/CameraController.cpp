@@ -2,24 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/PlatformPort.h>
 
 namespace pelta {
-namespace {
-
-/// Differences below this (degrees, zoom levels) come from converting between altitude and zoom.
-constexpr double sameWithin = 1e-10;
-
-bool isSame(const CameraState& a, const CameraState& b) {
-    return std::abs(a.center.latitude - b.center.latitude) < sameWithin &&
-           std::abs(a.center.longitude - b.center.longitude) < sameWithin &&
-           std::abs(a.zoom - b.zoom) < sameWithin && std::abs(a.pitch - b.pitch) < sameWithin &&
-           std::abs(std::remainder(a.bearing - b.bearing, 360.0)) < sameWithin;
-}
-
-}  // namespace
 
 void CameraController::open(MapRenderer& renderer) {
     renderer_ = &renderer;
@@ -36,8 +24,20 @@ void CameraController::close() {
     transition_.reset();
 }
 
+CameraState CameraController::completed(CameraState wanted) const noexcept {
+    if (!std::isfinite(wanted.center.latitude) || !std::isfinite(wanted.center.longitude)) {
+        wanted.center = state_.center;
+    }
+    for (const auto component : {&CameraState::zoom, &CameraState::pitch, &CameraState::bearing}) {
+        if (!std::isfinite(wanted.*component)) {
+            wanted.*component = state_.*component;
+        }
+    }
+    return wanted;
+}
+
 CameraState CameraController::constrain(const CameraState& wanted) const noexcept {
-    return limits_.constrain(wanted, viewSize_);
+    return limits_.constrain(completed(wanted), viewSize_);
 }
 
 void CameraController::setViewSize(CGSize size) {
@@ -52,40 +52,44 @@ void CameraController::limitsDidChange() {
     }
     renderer_->setLimits(std::min(limits_.minimumZoom(), limits_.maximumZoom()), limits_.maximumZoom(),
                          std::min(limits_.minimumPitch(), limits_.maximumPitch()), limits_.maximumPitch());
-    if (transition_) {
-        apply(state_);  // The transition goes on within the limits and reports at the next frame.
-    } else {
-        moveAtOnce(state_, Reason::programmatic);
+    keepWithinLimits();
+}
+
+void CameraController::keepWithinLimits() {
+    if (renderer_ == nullptr || constrain(state_) == state_) {
+        return;
     }
+    if (transition_) {
+        apply(state_);
+        return;
+    }
+    reportWillChange(Reason::programmatic, false);
+    apply(state_);
+    reportIsChanging(Reason::programmatic);
+    reportDidChange(Reason::programmatic, false);
 }
 
 void CameraController::jumpTo(const CameraState& wanted, Reason reason, const Completion& completion) {
     const auto command = ++latestCommand_;
     endTransition();
-    if (command == latestCommand_) {
-        moveAtOnce(wanted, reason);
+    if (command == latestCommand_ && renderer_ != nullptr && constrain(wanted) != state_) {
+        reportWillChange(reason, false);
+        if (command == latestCommand_) {
+            apply(wanted);
+        }
+        reportIsChanging(reason);
+        reportDidChange(reason, false);
     }
     if (completion) {
         completion();
     }
 }
 
-void CameraController::moveAtOnce(const CameraState& wanted, Reason reason) {
-    const auto target = constrain(wanted);
-    if (renderer_ == nullptr || isSame(target, state_)) {
-        return;
-    }
-    const auto command = ++latestCommand_;
-    reportWillChange(reason, false);
-    if (command == latestCommand_) {
-        apply(target);
-    }
-    reportIsChanging(reason);
-    reportDidChange(reason, false);
-}
-
 void CameraController::apply(const CameraState& wanted) {
-    state_ = constrain(wanted);
+    const auto present = std::exchange(state_, constrain(wanted));
+    if (transition_ && state_ != present) {
+        transition_->isReported = false;
+    }
     if (renderer_ != nullptr) {
         renderer_->setCamera(state_);
         requestFrame_();
@@ -137,7 +141,7 @@ void CameraController::endTransition() {
     }
     const auto ended = std::move(*transition_);
     transition_.reset();
-    if (!ended.hasReported) {
+    if (!ended.isReported) {
         reportIsChanging(ended.reason);
     }
     reportDidChange(ended.reason, true);
@@ -147,8 +151,8 @@ void CameraController::endTransition() {
 }
 
 void CameraController::advanceTo(double now) {
-    if (std::exchange(needsLimitCheck_, false) && !transition_) {
-        moveAtOnce(state_, Reason::programmatic);
+    if (std::exchange(needsLimitCheck_, false)) {
+        keepWithinLimits();
     }
     if (!transition_) {
         return;
@@ -157,7 +161,7 @@ void CameraController::advanceTo(double now) {
     const bool isOver = time >= 1;
     apply(isOver ? transition_->target
                  : transition_->path(transition_->timing.progressAt(std::max(time, 0.0))));
-    transition_->hasReported = true;
+    transition_->isReported = true;
     const auto command = latestCommand_;
     reportIsChanging(transition_->reason);
     if (isOver && command == latestCommand_) {

@@ -17,7 +17,8 @@ namespace pelta {
 ///
 /// Callbacks may give further commands: the newest command wins. A command that was overtaken while it had to
 /// report something first leaves the camera alone, but its events still come in pairs and its completion
-/// runs. Whoever calls a member keeps the object alive until it returns.
+/// runs. A change of limits is no command: it overtakes none. Whoever calls a member keeps the object alive
+/// until it returns.
 class CameraController {
  public:
     using Completion = std::function<void()>;
@@ -33,22 +34,29 @@ class CameraController {
 
     [[nodiscard]] const CameraState& state() const noexcept { return state_; }
     /// Where the camera is, or will be at the end of the transition under way.
-    [[nodiscard]] const CameraState& destination() const noexcept {
-        return transition_ ? transition_->target : state_;
+    [[nodiscard]] CameraState destination() const noexcept {
+        return transition_ ? constrain(transition_->target) : state_;
     }
     /// No transition is under way and no limit is still to be applied.
     [[nodiscard]] bool isAtRest() const noexcept { return !transition_ && !needsLimitCheck_; }
     [[nodiscard]] const CameraLimits& limits() const noexcept { return limits_; }
     [[nodiscard]] CGSize viewSize() const noexcept { return viewSize_; }
+    /// A wanted camera with what is not finite in it as it is now; the centre counts as one.
+    [[nodiscard]] CameraState completed(CameraState wanted) const noexcept;
+    /// The nearest camera that the limits allow; what is not finite stays as it is.
     [[nodiscard]] CameraState constrain(const CameraState& wanted) const noexcept;
 
     /// The view's size, points. A camera that it puts outside of the limits is moved at the next frame.
     void setViewSize(CGSize size);
-    /// Changes limits; a camera outside of them is moved at once.
+    /// Changes limits; a camera outside of them is moved at once. A transition goes on within them and
+    /// reports it with its next step, or as it ends.
     template <class Change>
     void changeLimits(Change&& change) {
+        const auto present = limits_;
         change(limits_);
-        limitsDidChange();
+        if (limits_ != present) {
+            limitsDidChange();
+        }
     }
 
     /// Moves the camera before returning. Reports nothing when it is there already.
@@ -76,14 +84,14 @@ class CameraController {
         double duration;
         Reason reason;
         Completion completion;
-        bool hasReported = false;
+        bool isReported = false;  // an is-changing event has carried the camera as it is
     };
 
     void begin(Transition transition);
     void endTransition();
-    void moveAtOnce(const CameraState& wanted, Reason reason);
     void apply(const CameraState& wanted);
     void limitsDidChange();
+    void keepWithinLimits();
     void reportWillChange(Reason reason, bool animated) const;
     void reportIsChanging(Reason reason) const;
     void reportDidChange(Reason reason, bool animated) const;

@@ -13,9 +13,10 @@ struct FittingFrame {
     UIEdgeInsets padding;  ///< Further distances to keep.
 };
 
-/// The camera that shows a coordinate rectangle as large as the frame and the limits allow, turned and
-/// pitched as `present`. The size is found as if the map were seen from straight above. Corners may come in
-/// any order; with non-finite ones the answer is `present`.
+/// The camera that shows all four corners of a coordinate rectangle inside the frame, turned and pitched as
+/// `present`, at the largest zoom at which any centre does, as far as the limits allow. Of the centres that
+/// do, the one that leaves the corners nearest to the middle of the frame. Where the frame has no room the
+/// zoom is the smallest. Corners may come in any order; with non-finite ones the answer is `present`.
 [[nodiscard]] CameraState cameraFitting(const MLNCoordinateBounds& bounds, const FittingFrame& frame,
                                         const CameraState& present, const CameraLimits& limits);
 

@@ -23,14 +23,17 @@ double withinLimits(double value, double minimum, double maximum) noexcept {
     return std::min(std::max(value, minimum), maximum);
 }
 
-double finiteOrZero(double value) noexcept {
-    return std::isfinite(value) ? value : 0;
-}
+/// Where the centre of a window may be that stays between two edges: in their middle alone when it cannot.
+struct Span {
+    double low;
+    double high;
 
-/// The centre of a window of the given extent that stays between two edges, or their middle when it cannot.
-double keepWindowInside(double center, double extent, double low, double high) noexcept {
-    return extent >= high - low ? (low + high) / 2 : std::clamp(center, low + extent / 2, high - extent / 2);
-}
+    Span(double extent, double from, double to) noexcept {
+        const double free = std::max((to - from - extent) / 2, 0.0);
+        low = (from + to) / 2 - free;
+        high = (from + to) / 2 + free;
+    }
+};
 
 /// The zoom at which the world's part `span` (of 1) is as long as the view.
 double zoomToFill(double viewLength, double span) noexcept {
@@ -71,16 +74,15 @@ MLNCoordinateBounds CameraLimits::screenBounds() const noexcept {
 }
 
 double CameraLimits::constrainZoom(double zoom) const noexcept {
-    return withinLimits(finiteOrZero(zoom), minimumZoom_, maximumZoom_);
+    return withinLimits(zoom, minimumZoom_, maximumZoom_);
 }
 
 CameraState CameraLimits::constrain(CameraState wanted, CGSize viewSize) const noexcept {
     wanted.zoom = constrainZoom(wanted.zoom);
-    wanted.pitch = withinLimits(finiteOrZero(wanted.pitch), minimumPitch_, maximumPitch_);
-    wanted.bearing = mercator::normalizeBearing(finiteOrZero(wanted.bearing));
-    wanted.center.latitude = std::clamp(finiteOrZero(wanted.center.latitude), -mercator::maximumLatitude,
-                                        mercator::maximumLatitude);
-    wanted.center.longitude = finiteOrZero(wanted.center.longitude);
+    wanted.pitch = withinLimits(wanted.pitch, minimumPitch_, maximumPitch_);
+    wanted.bearing = mercator::normalizeBearing(wanted.bearing);
+    wanted.center.latitude =
+        std::clamp(wanted.center.latitude, -mercator::maximumLatitude, mercator::maximumLatitude);
     if (screenBounds_) {
         keepWithinScreenBounds(wanted, viewSize);
     }
@@ -89,22 +91,29 @@ CameraState CameraLimits::constrain(CameraState wanted, CGSize viewSize) const n
 }
 
 void CameraLimits::keepWithinScreenBounds(CameraState& camera, CGSize viewSize) const noexcept {
-    const auto southWest = mercator::fromCoordinate(screenBounds_->sw);
-    const auto northEast = mercator::fromCoordinate(screenBounds_->ne);
-    const auto [west, east] = std::minmax({southWest.x, northEast.x});
-    const auto [top, bottom] = std::minmax({southWest.y, northEast.y});
+    const auto a = mercator::fromCoordinate(screenBounds_->sw);
+    const auto b = mercator::fromCoordinate(screenBounds_->ne);
+    const auto [west, east] = std::minmax({a.x, b.x});
+    const auto [top, bottom] = std::minmax({a.y, b.y});
     const double filling =
         std::max(zoomToFill(viewSize.width, east - west), zoomToFill(viewSize.height, bottom - top));
     camera.zoom = std::min(std::max(camera.zoom, filling), maximumZoom_);
 
     const double world = mercator::worldSize(camera.zoom);
-    const auto wanted = mercator::fromCoordinate(camera.center);
-    const double nearestCopy = wanted.x + std::round((west + east) / 2 - wanted.x);
-    const double x = keepWindowInside(nearestCopy, viewSize.width / world, west, east);
-    const double y = keepWindowInside(wanted.y, viewSize.height / world, top, bottom);
-    if (x != wanted.x || y != wanted.y) {
-        camera.center = mercator::toCoordinate({x, y});
+    const Span across(viewSize.width / world, west, east);
+    const Span down(viewSize.height / world, top, bottom);
+    // Compared as coordinates: a centre that was brought to an edge is found to be there.
+    const auto southWest = mercator::toCoordinate({across.low, down.high});
+    const auto northEast = mercator::toCoordinate({across.high, down.low});
+    auto& center = camera.center;
+    const double turns =
+        std::round(((southWest.longitude + northEast.longitude) / 2 - center.longitude) / 360);
+    const double nearestCopy = center.longitude + 360 * turns;
+    const double longitude = withinLimits(nearestCopy, southWest.longitude, northEast.longitude);
+    if (longitude != nearestCopy) {
+        center.longitude = longitude;
     }
+    center.latitude = withinLimits(center.latitude, southWest.latitude, northEast.latitude);
 }
 
 }  // namespace pelta

@@ -26,11 +26,15 @@ class CameraLimits {
 
     /// The nearest camera within the limits: zoom and pitch in range (where the limits cross the maximum
     /// wins), latitude within the Mercator square, longitude wrapped, bearing normalised; with screen bounds
-    /// the zoom fills the view with them and the centre keeps the unturned view inside. Non-finite parts
-    /// count as 0.
+    /// the zoom fills the view with them and the centre keeps the unturned view inside. A camera within the
+    /// limits is answered as it is, to the last digit.
+    ///
+    /// @param wanted  finite.
     [[nodiscard]] CameraState constrain(CameraState wanted, CGSize viewSize) const noexcept;
-    /// The zoom alone, brought within the zoom limits.
+    /// The zoom alone, brought within the zoom limits; not a NaN.
     [[nodiscard]] double constrainZoom(double zoom) const noexcept;
+
+    friend bool operator==(const CameraLimits&, const CameraLimits&) = default;
 
  private:
     void keepWithinScreenBounds(CameraState& camera, CGSize viewSize) const noexcept;

@@ -12,21 +12,17 @@ namespace {
 constexpr double animationDuration = 0.3;  // seconds
 constexpr auto programmatic = MLNCameraChangeReason::programmatic;
 
-/// The value, or what is there already when it is not finite.
-double finiteOr(double value, double present) {
-    return std::isfinite(value) ? value : present;
-}
-
-/// The view that a camera describes; what is not finite in it stays as it is.
+/// The view that a camera describes; what is not finite in it stays as it is, and so does the zoom at whose
+/// altitude the camera is.
 CameraState stateOf(const MLNMapCamera& camera, const CameraController& controller) {
-    auto state = controller.state();
-    state.center.latitude = finiteOr(camera.centerCoordinate.latitude, state.center.latitude);
-    state.center.longitude = finiteOr(camera.centerCoordinate.longitude, state.center.longitude);
-    state.pitch = finiteOr(camera.pitch, state.pitch);
-    state.bearing = finiteOr(camera.heading, state.bearing);
-    if (std::isfinite(camera.altitude)) {
-        state.zoom = MLNZoomLevelForAltitude(camera.altitude, state.pitch, state.center.latitude,
-                                             controller.viewSize());
+    auto state = controller.completed(
+        {camera.centerCoordinate, controller.state().zoom, camera.pitch, camera.heading});
+    const auto size = controller.viewSize();
+    const double latitude = state.center.latitude;
+    const bool isElsewhere =
+        camera.altitude != MLNAltitudeForZoomLevel(state.zoom, state.pitch, latitude, size);
+    if (std::isfinite(camera.altitude) && isElsewhere) {
+        state.zoom = MLNZoomLevelForAltitude(camera.altitude, state.pitch, latitude, size);
     }
     return state;
 }
@@ -87,13 +83,29 @@ void MLNMapView::triggerRepaint() {
 
 // Camera
 
-MLNMapCamera MLNMapView::camera() const {
+CameraState MLNMapView::cameraState() const {
     core_->layout();
-    const auto& state = core_->camera().state();
-    return {
-        state.center,
-        MLNAltitudeForZoomLevel(state.zoom, state.pitch, state.center.latitude, core_->camera().viewSize()),
-        state.pitch, state.bearing};
+    return core_->camera().state();
+}
+
+void MLNMapView::setCameraState(const CameraState& camera, double duration,
+                                const std::optional<CAMediaTimingFunction>& timingFunction,
+                                Completion completion) {
+    const auto core = this->core();
+    core->layout();
+    core->camera().easeTo(camera, duration, timingFunction.value_or(CAMediaTimingFunction::linear()),
+                          programmatic, std::move(completion));
+}
+
+void MLNMapView::flyToCameraState(const CameraState& camera, double duration, Completion completion) {
+    const auto core = this->core();
+    core->layout();
+    core->camera().flyTo(camera, duration, programmatic, std::move(completion));
+}
+
+MLNMapCamera MLNMapView::camera() const {
+    const auto state = cameraState();
+    return MLNMapCamera::cameraShowing(state, core_->camera().viewSize());
 }
 
 void MLNMapView::setCamera(const MLNMapCamera& camera, bool animated) {
@@ -103,17 +115,15 @@ void MLNMapView::setCamera(const MLNMapCamera& camera, bool animated) {
 void MLNMapView::setCamera(const MLNMapCamera& camera, double duration,
                            const std::optional<CAMediaTimingFunction>& timingFunction,
                            Completion completion) {
-    const auto core = this->core();
-    core->layout();
-    core->camera().easeTo(stateOf(camera, core->camera()), duration,
-                          timingFunction.value_or(CAMediaTimingFunction::linear()), programmatic,
-                          std::move(completion));
+    const auto self = shared_from_this();
+    core_->layout();
+    setCameraState(stateOf(camera, core_->camera()), duration, timingFunction, std::move(completion));
 }
 
 void MLNMapView::flyToCamera(const MLNMapCamera& camera, double duration, Completion completion) {
-    const auto core = this->core();
-    core->layout();
-    core->camera().flyTo(stateOf(camera, core->camera()), duration, programmatic, std::move(completion));
+    const auto self = shared_from_this();
+    core_->layout();
+    flyToCameraState(stateOf(camera, core_->camera()), duration, std::move(completion));
 }
 
 CLLocationCoordinate2D MLNMapView::centerCoordinate() const {
@@ -122,13 +132,13 @@ CLLocationCoordinate2D MLNMapView::centerCoordinate() const {
 
 void MLNMapView::setLatitude(double latitude) {
     auto wanted = core_->camera().state();
-    wanted.center.latitude = finiteOr(latitude, wanted.center.latitude);
+    wanted.center.latitude = latitude;
     core()->camera().jumpTo(wanted, programmatic);
 }
 
 void MLNMapView::setLongitude(double longitude) {
     auto wanted = core_->camera().state();
-    wanted.center.longitude = finiteOr(longitude, wanted.center.longitude);
+    wanted.center.longitude = longitude;
     core()->camera().jumpTo(wanted, programmatic);
 }
 
@@ -142,7 +152,7 @@ void MLNMapView::setZoomLevel(double zoomLevel) {
 
 void MLNMapView::setZoomLevel(double zoomLevel, bool animated) {
     auto wanted = core_->camera().state();
-    wanted.zoom = finiteOr(zoomLevel, wanted.zoom);
+    wanted.zoom = zoomLevel;
     core()->camera().easeTo(wanted, animated ? animationDuration : 0, CAMediaTimingFunction::easeInEaseOut(),
                             programmatic);
 }

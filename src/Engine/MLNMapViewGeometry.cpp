@@ -88,15 +88,18 @@ double MLNMapView::metersPerPointAtLatitude(double latitude) const {
     return MLNMetersPerPoint(latitude, zoomLevel());
 }
 
-MLNMapCamera MLNMapView::cameraThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
-                                                        UIEdgeInsets edgePadding) const {
+CameraState MLNMapView::cameraStateThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
+                                                            UIEdgeInsets edgePadding) const {
     core_->layout();
     const auto& controller = core_->camera();
-    const auto size = controller.viewSize();
-    const auto fitted = cameraFitting(bounds, {size, effectiveContentInset(), edgePadding},
-                                      controller.state(), controller.limits());
-    return {fitted.center, MLNAltitudeForZoomLevel(fitted.zoom, fitted.pitch, fitted.center.latitude, size),
-            fitted.pitch, fitted.bearing};
+    return cameraFitting(bounds, {controller.viewSize(), effectiveContentInset(), edgePadding}, controller.state(),
+                         controller.limits());
+}
+
+MLNMapCamera MLNMapView::cameraThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
+                                                        UIEdgeInsets edgePadding) const {
+    const auto fitted = cameraStateThatFitsCoordinateBounds(bounds, edgePadding);
+    return MLNMapCamera::cameraShowing(fitted, core_->camera().viewSize());
 }
 
 std::vector<std::shared_ptr<const MLNFeature>> MLNMapView::visibleFeaturesInRect(

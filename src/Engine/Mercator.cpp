@@ -9,12 +9,6 @@ namespace {
 
 constexpr double degreesPerRadian = 180 / std::numbers::pi;
 
-/// The value brought into start ≤ value < start + 360.
-double wrap(double value, double start) noexcept {
-    const double turned = value - 360 * std::floor((value - start) / 360);
-    return turned < start + 360 ? turned : start;
-}
-
 }  // namespace
 
 Position fromCoordinate(CLLocationCoordinate2D coordinate) noexcept {
@@ -33,8 +27,8 @@ double worldSize(double zoom) noexcept {
 }
 
 double wrapLongitude(double longitude) noexcept {
-    // Values that need no wrapping stay exactly as they are.
-    return longitude >= -180 && longitude < 180 ? longitude : wrap(longitude, -180);
+    const double turned = std::remainder(longitude, 360.0);
+    return turned < 180 ? turned : -180;
 }
 
 double nearestLongitude(double longitude, double other) noexcept {
@@ -43,7 +37,12 @@ double nearestLongitude(double longitude, double other) noexcept {
 }
 
 double normalizeBearing(double bearing) noexcept {
-    return bearing >= 0 && bearing < 360 ? bearing : wrap(bearing, 0);
+    if (bearing >= 0 && bearing < 360) {
+        return bearing;
+    }
+    const double turned = std::remainder(bearing, 360.0);
+    const double positive = turned < 0 ? turned + 360 : turned;
+    return positive < 360 ? positive : 0;
 }
 
 }  // namespace pelta::mercator

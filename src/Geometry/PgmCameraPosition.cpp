@@ -28,8 +28,7 @@ MLNMapCamera PgmCameraPosition::getMLNMapCamera(CGSize size, const PgmMapView& m
         return engine->cameraThatFitsCoordinateBounds({bounds_->southWest(), bounds_->northEast()},
                                                       paddingInsets_.value_or(UIEdgeInsets{}));
     }
-    const double distance = MLNAltitudeForZoomLevel(zoom_, tilt_, target_.latitude, size);
-    return MLNMapCamera::cameraLookingAtCenterCoordinate(target_, distance, tilt_, bearing_);
+    return MLNMapCamera::cameraShowing({target_, zoom_, tilt_, bearing_}, size);
 }
 
 }  // namespace pelta

@@ -122,17 +122,16 @@ std::shared_ptr<PgmCameraPosition> PgmCameraUpdate::getCameraPosition(const PgmM
         return nullptr;
     }
     const auto& params = *updateParams_;
-    const auto camera = engine->camera();
-    auto target = camera.centerCoordinate;
+    const auto camera = engine->cameraState();
+    auto target = camera.center;
     if (params.target_) {
         target = *params.target_;
     } else if (params.targetDelta_) {
         target = scrolledCenter(*engine, target, *params.targetDelta_);
     }
-    auto position =
-        PgmCameraPosition::create(target, changed(engine->zoomLevel(), params.zoom_, params.zoomDelta_),
-                                  changed(camera.pitch, params.tilt_, params.tiltDelta_),
-                                  changed(camera.heading, params.bearing_, params.bearingDelta_));
+    auto position = PgmCameraPosition::create(target, changed(camera.zoom, params.zoom_, params.zoomDelta_),
+                                              changed(camera.pitch, params.tilt_, params.tiltDelta_),
+                                              changed(camera.bearing, params.bearing_, params.bearingDelta_));
     position->bounds_ = params.bounds_;
     position->paddingInsets_ = params.paddingInsets_;
     return position;

@@ -19,29 +19,29 @@ std::optional<CAMediaTimingFunction> timingFunctionOf(PgmCameraUpdateAnimation a
     return std::nullopt;
 }
 
-std::shared_ptr<PgmCameraPosition> positionOf(const MLNMapView& engine) {
-    const auto camera = engine.camera();
-    const auto center = camera.centerCoordinate;
-    const double zoom =
-        MLNZoomLevelForAltitude(camera.altitude, camera.pitch, center.latitude, engine.bounds().size);
-    return PgmCameraPosition::create(center, zoom, camera.pitch, camera.heading);
+/// What the engine is to show for a position.
+CameraState stateOf(const PgmCameraPosition& position, const MLNMapView& engine) {
+    if (const auto& bounds = position.bounds()) {
+        return engine.cameraStateThatFitsCoordinateBounds({bounds->southWest(), bounds->northEast()},
+                                                          position.paddingInsets().value_or(UIEdgeInsets{}));
+    }
+    return {position.target(), position.zoom(), position.tilt(), position.bearing()};
 }
 
 }  // namespace
 
 std::shared_ptr<PgmCameraPosition> PgmMapView::cameraPosition() const {
-    return engine_ ? positionOf(*engine_) : nullptr;
-}
-
-MLNMapCamera PgmMapView::engineCamera(const PgmCameraPosition& position) {
-    layoutIfNeeded();
-    return position.getMLNMapCamera(bounds().size, *this);
+    if (!engine_) {
+        return nullptr;
+    }
+    const auto camera = engine_->cameraState();
+    return PgmCameraPosition::create(camera.center, camera.zoom, camera.pitch, camera.bearing);
 }
 
 void PgmMapView::setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position) {
     const auto engine = engine_;
     if (position && engine) {
-        engine->setCamera(engineCamera(*position), false);
+        engine->setCameraState(stateOf(*position, *engine), 0, std::nullopt, {});
     }
 }
 
@@ -72,14 +72,15 @@ void PgmMapView::moveCamera(const std::shared_ptr<PgmCameraUpdate>& update, Comp
         return;
     }
     const double duration = animation == PgmCameraUpdateAnimation::none ? 0 : update->animationDuration();
-    engine->setCamera(engineCamera(*position), duration, timingFunctionOf(animation), std::move(completion));
+    engine->setCameraState(stateOf(*position, *engine), duration, timingFunctionOf(animation),
+                           std::move(completion));
 }
 
 void PgmMapView::flyToCamera(const std::shared_ptr<PgmCameraPosition>& position, double duration,
                              Completion completion) {
     const auto engine = engine_;
     if (position && engine) {
-        engine->flyToCamera(engineCamera(*position), duration, std::move(completion));
+        engine->flyToCameraState(stateOf(*position, *engine), duration, std::move(completion));
     }
 }
 
@@ -114,7 +115,7 @@ void PgmMapView::setConstraintBounds(const std::shared_ptr<PgmLatLngBounds>& bou
 void PgmMapView::updateOptions() {
     const auto engine = engine_;
     if (engine) {
-        engine->setCamera(engineCamera(*positionOf(*engine)), false);
+        engine->setCameraState(engine->cameraState(), 0, std::nullopt, {});
     }
 }
 

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
@@ -35,9 +36,10 @@ void readsBack(SharedScene& scene) {
     };
     for (const Row& row :
          {Row{seoul, 11, 0, 0}, Row{{-33.87, 151.2}, 7.25, 30, 350}, Row{{64.1, -21.9}, 14, 60, 90},
-          Row{{0, 179.5}, 3, 15, 180}, Row{{-80, -60}, 20, 45, 359.5}}) {
+          Row{{0, 179.5}, 3, 15, 180}, Row{{-80, -60}, 20, 45, 359.5}, Row{{52.1, 4.3}, 12.5, 33, 10}}) {
         scene.look(row.target, row.zoom, row.tilt, row.bearing);
         scene.expectCamera(row.target, row.zoom, row.tilt, row.bearing, "camera");
+        scene.expect(scene.map()->cameraPosition()->zoom() == row.zoom, "the zoom to the last digit");
     }
 }
 
@@ -140,6 +142,19 @@ void fitsWithinLimits(SharedScene& scene) {
     scene.expectNear(scene.map()->cameraPosition()->zoom(), 1, 1e-6, "no room");
 }
 
+void fitsTurnedAndTilted(SharedScene& scene) {
+    scene.map()->setContentInset({30, 40, 10, 20});
+    scene.look(seoul, 6, 55, 70);
+    scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateFitBounds(box(36, 126, 38, 129), {20, 10, 25, 15}));
+    double nearest = 400;
+    for (const CLLocationCoordinate2D corner :
+         {CLLocationCoordinate2D{36, 126}, {36, 129}, {38, 126}, {38, 129}}) {
+        const auto point = scene.map()->projection()->point(corner);
+        nearest = std::min({nearest, point.x - 50, 365 - point.x, point.y - 50, 265 - point.y});
+    }
+    scene.expectNear(nearest, 0, 1e-3, "the corners reach the edges of the padded area");
+}
+
 void keepsCentreUnderInset(SharedScene& scene) {
     scene.look(seoul, 11, 40, 25);
     scene.map()->setContentInset({40, 120, 20, 0});
@@ -213,6 +228,7 @@ std::vector<SharedCase> cameraCases() {
             {"camera_shifts_relatively", {shiftsRelatively}},
             {"camera_scrolls_by_points", {scrollsByPoints}},
             {"camera_fits_bounds", {fitsBounds}},
+            {"camera_fits_turned_and_tilted", {fitsTurnedAndTilted}},
             {"camera_fits_within_limits", {fitsWithinLimits}},
             {"camera_keeps_centre_under_inset", {keepsCentreUnderInset}},
             {"camera_ignores_insets_that_leave_no_area", {ignoresInsetsThatLeaveNoArea}},

@@ -21,7 +21,9 @@ namespace pelta {
 /// Metres a point at a latitude and zoom level: cos φ × 2π × 6378137 / (512 × 2^zoom).
 [[nodiscard]] double MLNMetersPerPoint(double latitude, double zoomLevel) noexcept;
 
-/// A view point described by its height above the ground.
+/// A view point described by its height above the ground, which stands for a zoom level only together with
+/// the size of a view, and only as exactly as numbers are rounded. `CameraState` says the same without a
+/// height.
 struct MLNMapCamera {
     CLLocationCoordinate2D centerCoordinate;  ///< Degrees.
     double altitude = 0;                      ///< Metres.
@@ -34,6 +36,12 @@ struct MLNMapCamera {
                                                                       double distance, double pitch,
                                                                       double heading) noexcept {
         return {center, distance, pitch, heading};
+    }
+
+    /// The camera of a view of that size, points, that shows a state.
+    [[nodiscard]] static MLNMapCamera cameraShowing(const CameraState& state, CGSize size) noexcept {
+        return {state.center, MLNAltitudeForZoomLevel(state.zoom, state.pitch, state.center.latitude, size),
+                state.pitch, state.bearing};
     }
 
     friend bool operator==(const MLNMapCamera&, const MLNMapCamera&) = default;

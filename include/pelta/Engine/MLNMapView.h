@@ -20,12 +20,13 @@ namespace pelta {
 /// The engine's map: a camera over a style.
 ///
 /// Commands take effect at once, queries answer synchronously, changes of the style show at the next frame.
-/// Numbers that are not finite are ignored by setters. Any change of the camera reports will-change,
-/// is-changing (at least once, the last with the final camera) and did-change to the delegate; one without
-/// animation does so before the call returns. A change without animation to where the camera is already
-/// reports nothing. A new change ends a transition under way where it is; the newest wins, also over one that
-/// is still reporting. The completions of changes that the view's release cuts short run later, from the main
-/// queue. Main thread only.
+/// Numbers that are not finite are ignored by setters; of a camera the parts that are not finite stay as they
+/// are, and the centre is one part. Any change of the camera reports will-change, is-changing (at least once,
+/// the last with the final camera) and did-change to the delegate; one without animation does so before the
+/// call returns. A change without animation to where the camera is already reports nothing. A new change ends
+/// a transition under way where it is; the newest wins, also over one that is still reporting. The
+/// completions of changes that the view's release cuts short run later, from the main queue. Main thread
+/// only.
 class MLNMapView : public UIView {
  public:
     /// Runs once when a camera change has ended, also when it was interrupted.
@@ -61,19 +62,30 @@ class MLNMapView : public UIView {
 
     /// @name Camera
     /// @{
-    /// The camera as it is now.
-    [[nodiscard]] MLNMapCamera camera() const;
-    /// Animated: 0.3 s, ease-in ease-out.
-    void setCamera(const MLNMapCamera& camera, bool animated);
+    /// The camera as it is now. What was set within the limits reads back unchanged, to the last digit.
+    [[nodiscard]] CameraState cameraState() const;
+    /// Moves the camera within the limits.
+    ///
     /// @param duration        seconds; 0, negative or non-finite: without animation.
     /// @param timingFunction  progress over time; none is linear.
     /// @param completion      runs exactly once, also when the change is interrupted; for a change without
     ///                        animation before the call returns. May be empty.
-    void setCamera(const MLNMapCamera& camera, double duration,
-                   const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
+    void setCameraState(const CameraState& camera, double duration,
+                        const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
     /// Flies along an arc that zooms out and in again (van Wijk and Nuij, "Smooth and efficient zooming and
     /// panning", 2003). A negative duration lets the engine choose one by the distance; 0 and non-finite ones
     /// jump.
+    void flyToCameraState(const CameraState& camera, double duration, Completion completion);
+
+    /// The camera as it is now, by its altitude for the view's present size.
+    [[nodiscard]] MLNMapCamera camera() const;
+    /// Animated: 0.3 s, ease-in ease-out. The altitude counts for the view's present size; that of the
+    /// present zoom level leaves the zoom level exactly as it is.
+    void setCamera(const MLNMapCamera& camera, bool animated);
+    /// As `setCameraState`.
+    void setCamera(const MLNMapCamera& camera, double duration,
+                   const std::optional<CAMediaTimingFunction>& timingFunction, Completion completion);
+    /// As `flyToCameraState`.
     void flyToCamera(const MLNMapCamera& camera, double duration, Completion completion);
 
     /// What is seen in the middle of what the content inset leaves, degrees.
@@ -173,9 +185,13 @@ class MLNMapView : public UIView {
     [[nodiscard]] MLNCoordinateBounds visibleCoordinateBounds() const;
     /// Metres on the ground that a point covers at a latitude, at the present zoom.
     [[nodiscard]] double metersPerPointAtLatitude(double latitude) const;
-    /// The camera that shows a coordinate rectangle as large as possible inside the content inset and the
-    /// padding, with the present pitch and heading. Always answers: equal corners give the maximum zoom,
-    /// padding that leaves no room the minimum zoom.
+    /// The camera that shows all four corners of a coordinate rectangle inside the content inset and the
+    /// padding, with the present pitch and heading, at the largest zoom at which any centre does. On a tilted
+    /// map that may bring the rectangle to the far end of what is seen. Limits of the camera come first.
+    /// Always answers: equal corners give the maximum zoom, padding that leaves no room the minimum zoom.
+    [[nodiscard]] CameraState cameraStateThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
+                                                                  UIEdgeInsets edgePadding) const;
+    /// The same by its altitude for the view's present size.
     [[nodiscard]] MLNMapCamera cameraThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,
                                                               UIEdgeInsets edgePadding) const;
     /// The features drawn inside a rectangle of this view in the given layers, topmost first.

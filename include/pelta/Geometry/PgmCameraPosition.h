@@ -16,7 +16,7 @@ class PgmMapView;
 /// A view on the map: a centre with zoom, tilt and bearing. Immutable.
 ///
 /// Values are kept as given. Where a position is used, the map brings zoom and tilt into its limits and the
-/// bearing into 0…360.
+/// bearing into 0…360; of what is not finite (the target counts as one) the camera keeps what it has.
 class PgmCameraPosition {
  public:
     /// @param target   what is seen in the middle, degrees.
@@ -52,7 +52,8 @@ class PgmCameraPosition {
     /// Points to keep free around `bounds`; absent counts as zero.
     [[nodiscard]] const std::optional<UIEdgeInsets>& paddingInsets() const noexcept { return paddingInsets_; }
 
-    /// For the map view: the engine's camera for this position.
+    /// The engine's camera for this position, by its altitude. The map view itself moves by zoom levels,
+    /// which an altitude would round.
     ///
     /// @param size     extent of the map view, points.
     /// @param mapView  the view to fit `bounds` in; without an engine view the answer is a default camera.

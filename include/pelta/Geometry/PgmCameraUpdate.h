@@ -125,7 +125,8 @@ class PgmCameraUpdate {
     [[nodiscard]] static Ptr cameraUpdateTiltTo(double tilt);
     /// Turns the map until this direction points up, degrees clockwise from north.
     [[nodiscard]] static Ptr cameraUpdateBearingTo(double bearing);
-    /// Shows a rectangle as large as the view allows, with the map's present tilt and bearing.
+    /// Shows all four corners of a rectangle at the largest zoom at which any centre does, with the map's
+    /// present tilt and bearing.
     [[nodiscard]] static Ptr cameraUpdateFitBounds(std::shared_ptr<PgmLatLngBounds> bounds);
     /// @param padding  points to keep free on each of the four sides.
     [[nodiscard]] static Ptr cameraUpdateFitBounds(std::shared_ptr<PgmLatLngBounds> bounds, CGFloat padding);

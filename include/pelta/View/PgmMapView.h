@@ -76,7 +76,8 @@ class PgmMapView : public UIView {
 
     /// @name Camera
     /// @{
-    /// The camera as it is; null without an engine view.
+    /// The camera as it is; null without an engine view. A zoom and a tilt within the limits read back
+    /// exactly as they were set, whatever the size of the view.
     [[nodiscard]] std::shared_ptr<PgmCameraPosition> cameraPosition() const;
     /// Moves the camera at once; null is ignored.
     void setCameraPosition(const std::shared_ptr<PgmCameraPosition>& position);
@@ -345,7 +346,6 @@ class PgmMapView : public UIView {
     /// Held during a call whose events may make the application release the view; null while the view is
     /// still being constructed, when nobody can.
     [[nodiscard]] std::shared_ptr<UIView> keepAlive() noexcept { return weak_from_this().lock(); }
-    [[nodiscard]] MLNMapCamera engineCamera(const PgmCameraPosition& position);
 
     std::shared_ptr<MLNMapView> engine_;
     std::shared_ptr<PgmMapOptions> startOptions_;

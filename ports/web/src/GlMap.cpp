@@ -55,12 +55,6 @@ double wrap(double value, double low, double range) {
     return low + (offset < 0 ? offset + range : offset);
 }
 
-/// The zoom without what altitudes and back has added to a whole number: tiles and dashes change at those.
-double withoutNoise(double zoom) {
-    const double whole = std::round(zoom);
-    return std::abs(zoom - whole) < 1e-9 ? whole : zoom;
-}
-
 val position(CLLocationCoordinate2D coordinate) {
     val pair = val::array();
     pair.call<void>("push", coordinate.longitude, coordinate.latitude);
@@ -109,7 +103,7 @@ void GlMap::jumpTo(const CameraState& camera, UIEdgeInsets inset) const {
     padding.set("right", inset.right);
     val options = val::object();
     options.set("center", position(camera.center));
-    options.set("zoom", withoutNoise(camera.zoom));
+    options.set("zoom", camera.zoom);
     options.set("pitch", camera.pitch);
     options.set("bearing", camera.bearing);
     options.set("padding", padding);

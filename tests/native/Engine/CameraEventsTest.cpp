@@ -110,5 +110,77 @@ TEST_F(CameraEventsTest, CommandsWithinCallbacksWinOverTheOnesTheyInterrupt) {
     }
 }
 
+TEST_F(CameraEventsTest, TheLastIsChangingCarriesTheFinalCamera) {
+    struct Case {
+        const char* name;
+        std::string event;  // at which the limit is set; at once when empty
+        double atZoom;      // and from which zoom on
+        std::function<void()> move;
+        double end;
+    };
+    const auto to12 = [this](double duration) {
+        view->setCamera(cameraAt(*view, {1, 1}, 12), duration, std::nullopt, count());
+    };
+    const auto stay = [this] { view->setCamera(view->camera(), false); };
+    const std::vector<Case> cases{
+        {"as a jump begins", "will 1", 0, [&] { to12(0); }, 6},
+        {"as a jump is under way", "is 1", 0, [&] { to12(0); }, 6},
+        {"as a jump has ended", "did 1", 0, [&] { to12(0); }, 6},
+        {"as a transition begins", "will 1 animated", 0, [&] { to12(0.2); }, 6},
+        {"in its middle", "is 1", 11, [&] { to12(0.2); }, 6},
+        {"in its last step", "is 1", 12, [&] { to12(0.2); }, 6},
+        {"as it has ended", "did 1 animated", 0, [&] { to12(0.2); }, 6},
+        {"in the last step of a flight", "is 1", 12,
+         [&] {
+             view->flyToCamera(cameraAt(*view, {1, 1}, 12), 0.2, count());
+         },
+         6},
+        {"between two steps", "", 0,
+         [&] {
+             to12(1);
+             port.advance(0.5);
+         },
+         6},
+        {"between two steps, then stopped there", "", 0,
+         [&] {
+             to12(1);
+             port.advance(0.5);
+             view->setMaximumZoomLevel(6);
+             stay();
+         },
+         6},
+        {"as the transition before is stopped", "did 1 animated", 0,
+         [&] {
+             to12(1);
+             port.advance(0.5);
+             view->setCamera(cameraAt(*view, {2, 2}, 5), 0, std::nullopt, count());
+         },
+         5},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        log->listener = nullptr;
+        view->setMaximumZoomLevel(22);
+        jumpTo({0, 0});
+        static_cast<void>(log->take());
+        completions = 0;
+        std::optional<MLNMapCamera> last;
+        log->listener = [&](MLNMapView& map, const std::string& event) {
+            if (event == "is 1") {
+                last = map.camera();
+            }
+            if (event == each.event && map.zoomLevel() >= each.atZoom) {
+                map.setMaximumZoomLevel(6);
+            }
+        };
+        each.move();
+        view->setMaximumZoomLevel(each.event.empty() ? 6 : view->maximumZoomLevel());
+        EXPECT_TRUE(port.runUntilIdle());
+        EXPECT_EQ(last, view->camera());
+        EXPECT_NEAR(view->zoomLevel(), each.end, 1e-9);
+        EXPECT_GE(completions, 1);
+    }
+}
+
 }  // namespace
 }  // namespace pelta

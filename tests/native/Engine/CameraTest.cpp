@@ -41,7 +41,7 @@ TEST_F(CameraTest, KeepsWhatIsNotFinite) {
     view->setMaximumScreenBounds({{0, notANumber}, {1, 1}});
     view->setContentInset({0, infinity, 0, 0});
     view->setCamera({{notANumber, 5}, notANumber, infinity, notANumber}, false);
-    expectView(*view, {37, 5}, zoomBefore, 30, 40);
+    expectView(*view, {37, 127}, zoomBefore, 30, 40);
     EXPECT_EQ(view->contentInset(), UIEdgeInsets{});
 }
 

@@ -1,3 +1,7 @@
+#include <cmath>
+#include <limits>
+#include <random>
+
 #include "View/MapFixture.h"
 
 namespace pelta {
@@ -58,6 +62,108 @@ TEST_F(CameraUpdateTest, UpdatesChangeWhatTheySayAndNothingElse) {
         map->moveCamera(testCase.update);
         map->moveCamera(nullptr);
         expectCamera(*testCase.expected);
+    }
+}
+
+TEST_F(CameraUpdateTest, EveryZoomReadsBackAsItWasSet) {
+    std::mt19937 generator(6);
+    const auto between = [&generator](double low, double high) {
+        return std::uniform_real_distribution(low, high)(generator);
+    };
+    const auto options = PgmMapOptions::create(nullptr);
+    options->setMinimumZoomLevel(0);
+    options->setMaximumZoomLevel(22);
+    double zoom = 0;
+    std::shared_ptr<PgmCameraPosition> wanted;
+    struct Way {
+        const char* name;
+        std::function<void()> go;
+    };
+    const auto move = [this](const PgmCameraUpdate::Ptr& update, PgmCameraUpdateAnimation animation) {
+        update->setAnimation(animation);
+        map->moveCamera(update);
+    };
+    using Animation = PgmCameraUpdateAnimation;
+    const std::vector<Way> ways{
+        {"position", [&] { map->setCameraPosition(wanted); }},
+        {"update", [&] { move(PgmCameraUpdate::cameraUpdateWithPosition(*wanted), Animation::none); }},
+        {"eased", [&] { move(PgmCameraUpdate::cameraUpdateWithPosition(*wanted), Animation::easeIn); }},
+        {"flown", [&] { move(PgmCameraUpdate::cameraUpdateWithPosition(*wanted), Animation::fly); }},
+        {"zoom to", [&] { move(PgmCameraUpdate::cameraUpdateZoomTo(zoom), Animation::none); }},
+        {"zoom level", [&] { map->setZoomLevel(zoom); }},
+        {"flight", [&] { map->flyToCamera(wanted, 0.1, nullptr); }},
+        {"options", [&] {
+             options->setCamera(wanted);
+             map->applyMapOptions(*options);
+         }}};
+    for (int i = 0; i < 150; ++i) {
+        zoom = i < 45 ? i / 2.0 : between(0, 22);
+        map->setMinimumZoomLevel(0);
+        map->setMaximumZoomLevel(22);
+        wanted = PgmCameraPosition::create({between(-85, 85), between(-180, 180)}, zoom, between(0, 60),
+                                           between(0, 360));
+        map->setFrame({{}, {std::floor(between(1, 2000)), std::floor(between(1, 2000))}});
+        for (const auto& way : ways) {
+            map->setCameraPosition(PgmCameraPosition::create({10, 20}, 7.7, between(0, 60), 0));
+            way.go();
+            port.advance(0.4);
+            EXPECT_EQ(map->cameraPosition()->zoom(), zoom) << way.name;
+        }
+        EXPECT_EQ(map->cameraPosition()->tilt(), wanted->tilt());
+        map->updateOptions();
+        map->setFrame({{}, {between(1, 2000), between(1, 2000)}});
+        map->updateOptions();
+        map->setMinimumZoomLevel(zoom);
+        map->setMaximumZoomLevel(zoom);
+        map->moveCamera(PgmCameraUpdate::cameraUpdateZoomBy(1));
+        map->moveCamera(PgmCameraUpdate::cameraUpdateTiltTo(between(0, 60)));
+        port.runFrame();
+        EXPECT_EQ(map->cameraPosition()->zoom(), zoom) << "after changes of options, size and limits";
+    }
+}
+
+TEST_F(CameraUpdateTest, WhatIsNotFiniteLeavesThatComponentAsItIs) {
+    const auto start = PgmCameraPosition::create(seoul, 10, 20, 30);
+    const CLLocationCoordinate2D busan{35, 129};
+    struct Case {
+        const char* name;
+        CLLocationCoordinate2D target;
+        double zoom, tilt, bearing;
+    };
+    for (const double odd : {std::numeric_limits<double>::quiet_NaN(), HUGE_VAL, -HUGE_VAL}) {
+        for (const Case& each : {Case{"latitude", {odd, 129}, 8, 1, 2}, Case{"longitude", {35, odd}, 8, 1, 2},
+                                 Case{"zoom", busan, odd, 1, 2}, Case{"tilt", busan, 8, odd, 2},
+                                 Case{"bearing", busan, 8, 1, odd}}) {
+            const auto finiteOr = [](double value, double present) {
+                return std::isfinite(value) ? value : present;
+            };
+            const bool hasTarget = std::isfinite(each.target.latitude + each.target.longitude);
+            const auto expected =
+                PgmCameraPosition::create(hasTarget ? each.target : seoul, finiteOr(each.zoom, 10),
+                                          finiteOr(each.tilt, 20), finiteOr(each.bearing, 30));
+            const auto position = PgmCameraPosition::create(each.target, each.zoom, each.tilt, each.bearing);
+            const auto deltas = PgmCameraUpdateParams::create();
+            deltas->targetBy({each.target.latitude - 35, each.target.longitude - 129});
+            deltas->zoomBy(each.zoom - 8);
+            deltas->tiltBy(each.tilt - 1);
+            deltas->bearingBy(each.bearing - 2);
+            const auto eased = PgmCameraUpdate::cameraUpdateWithPosition(*position);
+            eased->setAnimation(PgmCameraUpdateAnimation::linear);
+            const std::pair<std::function<void()>, PgmCameraPosition> ways[] = {
+                {[&] { map->setCameraPosition(position); }, *expected},
+                {[&] { map->moveCamera(PgmCameraUpdate::cameraUpdateWithPosition(*position)); }, *expected},
+                {[&] { map->moveCamera(eased); }, *expected},
+                {[&] { map->flyToCamera(position, 0.1, nullptr); }, *expected},
+                {[&] { map->applyMapOptions(*PgmMapOptions::create(position)); }, *expected},
+                {[&] { map->moveCamera(PgmCameraUpdate::cameraUpdateWithParams(deltas)); }, *start}};
+            for (const auto& [go, end] : ways) {
+                SCOPED_TRACE(each.name + (" " + std::to_string(&end - &ways[0].second)));
+                map->setCameraPosition(start);
+                go();
+                port.advance(0.4);
+                expectCamera(end);
+            }
+        }
     }
 }
 
