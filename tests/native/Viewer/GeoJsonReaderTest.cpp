@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "data/GeoJsonReader.h"
+#include "data/LoadReport.h"
 
 namespace pelta::viewer {
 namespace {
@@ -72,6 +73,26 @@ TEST(GeoJsonReader, ReadsEveryKindOfDocumentAndGeometry) {
     }
 }
 
+TEST(GeoJsonReader, CountsFeaturesThatAreNowhere) {
+    const struct {
+        std::string text;
+        const char* words;
+    } cases[] = {
+        {collection({feature("null")}), "nothing to draw, 1 feature without geometry"},
+        {feature("null"), "nothing to draw, 1 feature without geometry"},
+        {collection({feature("null"), seoulFeature, feature("null", R"({"stroke":"none"})")}),
+         "1 marker, 2 features without geometry"},
+        {feature(R"(null,"geometry":{"type":"Point","coordinates":[1,2]})"), "1 marker"},
+        {feature(R"({"type":"Point","coordinates":[1,2]},"geometry":null)"),
+         "nothing to draw, 1 feature without geometry"},
+    };
+    for (const auto& [text, words] : cases) {
+        const MapData data = readGeoJson(text, "a");
+        EXPECT_EQ(inWords(countsOf(data)), words) << text;
+        EXPECT_THAT(data.problems, IsEmpty()) << text;
+    }
+}
+
 TEST(GeoJsonReader, KeepsCoordinatesInOrderAndNamesHoles) {
     const MapData data = readGeoJson(
         collection({seoulFeature, feature(geometry("Polygon", "[[[0,0],[9,0],[9,8]],[[1,1],[2,1],[2,2]]]"))}),
@@ -87,7 +108,7 @@ TEST(GeoJsonReader, KeepsCoordinatesInOrderAndNamesHoles) {
 TEST(GeoJsonReader, AppliesPropertiesBeforeOrAfterTheGeometry) {
     const std::string members[] = {
         R"("geometry":{"coordinates":[1,2],"type":"Point"})",
-        R"("properties":{"title":"서울 \u003cb\u003e","marker-color":"#12aBf0","stroke":"abc","stroke-width":0.5,)"
+        R"("properties":{"title":"서울 \u003cb\u003e\ud83d\uDE00\/\u00e9","marker-color":"#12aBf0","stroke":"abc","stroke-width":0.5,)"
         R"("stroke-opacity":0.25,"fill":"Orange","fill-opacity":1,"radius":2e3,"zIndex":-7,"visibleMinZoom":3.5,)"
         R"("visibleMaxZoom":12,"other":[{"title":"no"}],"name":null})"};
     for (const bool isPropertyFirst : {false, true}) {
@@ -96,7 +117,7 @@ TEST(GeoJsonReader, AppliesPropertiesBeforeOrAfterTheGeometry) {
         ASSERT_EQ(data.styles.size(), 1U);
         EXPECT_THAT(data.problems, IsEmpty());
         const ShapeStyle& style = data.styles[0];
-        EXPECT_EQ(style.title, "서울 <b>");
+        EXPECT_EQ(style.title, "서울 <b>😀/é");
         EXPECT_EQ(style.markerColor, (UIColor{0x12 / 255.0, 0xAB / 255.0, 0xF0 / 255.0, 1}));
         EXPECT_EQ(style.stroke, (UIColor{0xAA / 255.0, 0xBB / 255.0, 0xCC / 255.0, 1}));
         EXPECT_EQ(style.fill, (UIColor{1, 0xA5 / 255.0, 0, 1}));
@@ -116,7 +137,6 @@ TEST(GeoJsonReader, NamesBadFeaturesAndKeepsTheGoodOnesAroundThem) {
         const char* reason;
     } cases[] = {
         {R"({"type":"Feature","properties":{}})", "no geometry"},
-        {R"({"type":"Feature","geometry":null})", "no geometry"},
         {R"({"type":"Feature","geometry":"Point"})", "geometry is not an object"},
         {R"({"geometry":{"type":"Point","coordinates":[1,2]}})", "no \"type\""},
         {geometry("Point", "[1,2]"), "\"Point\"; \"Feature\" is needed"},
@@ -149,6 +169,12 @@ TEST(GeoJsonReader, NamesBadFeaturesAndKeepsTheGoodOnesAroundThem) {
         {feature(geometry("Point", std::string(300, '[') + std::string(300, ']'))), "deeper than 128 levels"},
         {R"({"type":"Feature","properties":5,"geometry":{"type":"Point","coordinates":[1,2]}})",
          "properties are not an object"},
+        {feature("null", "5"), "properties are not an object"},
+        {feature(geometry("Point", "[1,2]"), "{\"title\":\"Se\xC3(oul\"}"), "one of its texts is not UTF-8"},
+        {feature(geometry("Point", "[1,2]"), "{\"a\xED\xA0\x80\":[]}"), "one of its texts is not UTF-8"},
+        {feature(geometry("Point", "[1,2]"), R"({"other":{"a":["\uD800\u0041"]}})"),
+         "one of its texts is not UTF-8"},
+        {feature(geometry("Po\xFFint", "[1,2]")), "one of its texts is not UTF-8"},
     };
     for (const auto& test : cases) {
         const MapData data =
@@ -173,6 +199,10 @@ TEST(GeoJsonReader, NamesBadPropertiesAndDrawsWithTheirDefaults) {
         {R"({"title":7})", "title is not a text"},
         {R"({"title":["a"]})", "title is an object or an array"},
         {R"({"stroke-width":"2"})", "stroke-width is not a number"},
+        {R"({"stroke-width":NaN})", "stroke-width NaN is not a number from 0 to 1000; its default is used"},
+        {R"({"radius":1e999})", "radius 1e999 is not a number from 0 to 2.00375e+07"},
+        {R"({"zIndex":-Infinity})", "zIndex -Infinity is not a whole number"},
+        {R"({"title":NaN})", "title is not a text"},
         {R"({"stroke-width":-1})", "stroke-width -1 is not a number from 0 to 1000"},
         {R"({"fill-opacity":1.5})", "fill-opacity 1.5 is not a number from 0 to 1"},
         {R"({"radius":-5})", "radius -5 is not"},
@@ -190,7 +220,7 @@ TEST(GeoJsonReader, NamesBadPropertiesAndDrawsWithTheirDefaults) {
 }
 
 TEST(GeoJsonReader, NamesDocumentsThatAreNone) {
-    const std::string brackets(10'000'000, '[');
+    const std::string brackets(1'000'000, '[');
     const std::string whole = collection({seoulFeature, seoulFeature});
     const struct {
         std::string text;
@@ -201,7 +231,20 @@ TEST(GeoJsonReader, NamesDocumentsThatAreNone) {
         {" \n\t", "x: the file is empty", 0},
         {"hello", "x: not JSON at line 1, column 1: invalid literal", 0},
         {"{\n \"type\": }", "x: not JSON at line 2, column 10: unexpected '}'", 0},
-        {"{\"a\":\"\xFF\"}", "x: not JSON at line 1, column 7: invalid string", 0},
+        {"{\"a\":\"\t\"}", "x: not JSON at line 1, column 7: invalid string: a control character", 0},
+        {R"({"a":"\u12"})", "x: not JSON at line 1, column 7: invalid string: an escape", 0},
+        {R"({"a":-})", "x: not JSON at line 1, column 6: invalid literal", 0},
+        {R"({"a":[01]})", "x: not JSON at line 1, column 7: invalid number", 0},
+        {R"({"a":[1,,2]})", "x: not JSON at line 1, column 9: unexpected ','", 0},
+        {R"({"a":{},})", "x: not JSON at line 1, column 9: unexpected '}'", 0},
+        {R"({"a":{"b":[}})", "x: not JSON at line 1, column 12: unexpected '}'", 0},
+        {R"({"a" 1})", "x: not JSON at line 1, column 6: unexpected '1'", 0},
+        {R"({1:2})", "x: not JSON at line 1, column 2: unexpected '1'", 0},
+        {"{\"a\":\xEF}", "x: not JSON at line 1, column 6: unexpected byte 239", 0},
+        {R"({"a":[NaN,Infinity,1e999)" + std::string(300, '9') + ",}", "line 1, column 326: unexpected '}'",
+         0},
+        {"{\"b\":\"\xFF\"," + whole.substr(1),
+         "x: a text outside of its features is not UTF-8 at line 1, column 6", 2},
         {"[1,2]", "x: not GeoJSON: an object is needed, an array was found", 0},
         {"12", "x: not GeoJSON: an object is needed, a plain value was found", 0},
         {"{}", "x: not GeoJSON: the document has no \"type\"", 0},
@@ -213,9 +256,9 @@ TEST(GeoJsonReader, NamesDocumentsThatAreNone) {
         {brackets, "x: not GeoJSON: an object is needed", 0},
         {R"({"type":"FeatureCollection","features":[)" + std::string(seoulFeature) +
              R"(,{"type":"Feature","geometry":{"type":"Point","coordinates":)" + brackets,
-         "feature 1: not JSON at line 1, column 10000194: it is nested deeper than 128 levels", 1},
+         "feature 1: not JSON at line 1, column 1000195: it is nested deeper than 128 levels", 1},
         {whole.substr(0, whole.size() - 20),
-         "x: feature 1: not JSON at line 1, column 211: unexpected end of input", 1},
+         "x: feature 1: not JSON at line 1, column 212: unexpected end of input", 1},
         {whole.substr(0, whole.size() - 1), "unexpected end of input", 2},
         {whole + "}", "unexpected '}'", 2},
     };

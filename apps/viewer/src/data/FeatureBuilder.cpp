@@ -6,6 +6,7 @@ namespace pelta::viewer {
 
 void FeatureBuilder::begin(std::size_t index) {
     index_ = index;
+    isNowhere_ = false;
     fault_.reset();
     propertyFaults_.clear();
     style_ = {};
@@ -38,12 +39,17 @@ void FeatureBuilder::addGeometry(std::string_view type) {
     coordinates_.clear();
 }
 
-void FeatureBuilder::dropGeometry() {
+void FeatureBuilder::beginGeometry(bool isNull) {
+    isNowhere_ = isNull;
     coordinates_.clear();
     geometry_.clear();
 }
 
 void FeatureBuilder::finish() {
+    if (!fault_ && isNowhere_) {
+        ++data_.nowhereCount;
+        return;
+    }
     if (fault_ || geometry_.parts.empty()) {
         data_.addProblem(index_, fault_ ? *fault_ : "its geometry has no positions");
         return;

@@ -29,14 +29,18 @@ class FeatureBuilder {
     [[nodiscard]] GeometryBuilder& coordinates() { return coordinates_; }
     /// A geometry of the given type is complete with the coordinates read last.
     void addGeometry(std::string_view type);
-    /// Forgets the geometry read so far: the member has come a second time.
-    void dropGeometry();
-    /// The feature is complete: its shapes or its faults go into the data.
+    /// A "geometry" member begins, and what an earlier one held is forgotten.
+    ///
+    /// @param isNull  true for the geometry of a feature that is nowhere.
+    void beginGeometry(bool isNull);
+    /// The feature is complete: its shapes or its faults go into the data, or it is counted as one that is
+    /// nowhere.
     void finish();
 
  private:
     MapData& data_;
     std::size_t index_ = 0;
+    bool isNowhere_ = false;
     std::optional<std::string> fault_;
     std::vector<std::string> propertyFaults_;
     ShapeStyle style_;

@@ -1,5 +1,6 @@
 #include "data/GeoJsonEvents.h"
 
+#include <cmath>
 #include <utility>
 
 #include "data/Text.h"
@@ -9,7 +10,6 @@ namespace pelta::viewer {
 namespace {
 
 constexpr std::size_t deepestLevel = 128;
-constexpr const char* tooDeep = "it is nested deeper than 128 levels";
 
 }  // namespace
 
@@ -27,7 +27,7 @@ bool GeoJsonEvents::push(Role role) {
     return true;
 }
 
-bool GeoJsonEvents::start_object(std::size_t) {
+bool GeoJsonEvents::startObject() {
     if (frames_.empty()) {
         return push(Role::document);
     }
@@ -55,7 +55,7 @@ GeoJsonEvents::Role GeoJsonEvents::objectRole(Frame& parent) {
         case Role::feature:
             if (key_ == "geometry") {
                 parent.hasGeometry = true;
-                feature_.dropGeometry();
+                feature_.beginGeometry(false);
                 return Role::geometry;
             }
             return key_ == "properties" ? Role::properties : Role::skipped;
@@ -64,7 +64,7 @@ GeoJsonEvents::Role GeoJsonEvents::objectRole(Frame& parent) {
     }
 }
 
-bool GeoJsonEvents::start_array(std::size_t) {
+bool GeoJsonEvents::startArray() {
     if (frames_.empty()) {
         return refuseDocument("an object is needed, an array was found");
     }
@@ -106,11 +106,19 @@ GeoJsonEvents::Role GeoJsonEvents::arrayRole(Frame& parent) {
     return Role::skipped;
 }
 
-bool GeoJsonEvents::key(std::string& name) {
+bool GeoJsonEvents::key(std::string_view name) {
     if (levelsBeyond_ == 0) {
-        key_ = std::move(name);
+        key_ = name;
     }
     return true;
+}
+
+void GeoJsonEvents::textIsNotUtf8(std::size_t position) {
+    feature_.fail("one of its texts is not UTF-8");
+    const bool isAmongFeatures = frames_.size() > 1 && frames_[1].role == Role::features;
+    if (!isAmongFeatures && !textFault_) {
+        textFault_ = position;
+    }
 }
 
 bool GeoJsonEvents::scalar(const ScalarValue& value) {
@@ -134,7 +142,7 @@ bool GeoJsonEvents::scalar(const ScalarValue& value) {
             feature_.fail("one of its geometries is not an object");
             break;
         case Role::coordinates:
-            if (value.kind == ScalarValue::Kind::number) {
+            if (value.kind == ScalarValue::Kind::number && std::isfinite(value.number)) {
                 feature_.coordinates().addNumber(value.number);
             } else {
                 feature_.coordinates().addOther();
@@ -154,8 +162,12 @@ void GeoJsonEvents::member(Frame& frame, const ScalarValue& value) {
         frame.type = value.text;
     } else if (key_ == "type") {
         feature_.fail("its \"type\" is not a text");
-    } else if (key_ == "geometry" && value.kind != ScalarValue::Kind::null) {
-        feature_.fail("its geometry is not an object");
+    } else if (key_ == "geometry" && frame.role != Role::geometry) {
+        frame.hasGeometry = true;
+        feature_.beginGeometry(value.kind == ScalarValue::Kind::null);
+        if (value.kind != ScalarValue::Kind::null) {
+            feature_.fail("its geometry is not an object");
+        }
     } else if (key_ == "coordinates" && frame.role != Role::feature) {
         feature_.fail("its coordinates are not an array");
     } else if (key_ == "properties" && value.kind != ScalarValue::Kind::null &&
@@ -164,7 +176,7 @@ void GeoJsonEvents::member(Frame& frame, const ScalarValue& value) {
     }
 }
 
-bool GeoJsonEvents::end_array() {
+bool GeoJsonEvents::endArray() {
     if (levelsBeyond_ > 0) {
         --levelsBeyond_;
         return true;
@@ -176,7 +188,7 @@ bool GeoJsonEvents::end_array() {
     return true;
 }
 
-bool GeoJsonEvents::end_object() {
+bool GeoJsonEvents::endObject() {
     if (levelsBeyond_ > 0) {
         --levelsBeyond_;
         return true;
@@ -239,6 +251,7 @@ void GeoJsonEvents::finishDocument(const Frame& frame) {
         }
         return;
     }
+    textFault_.reset();
     if (frame.type == "Feature") {
         finishFeature(frame);
     } else if (frame.type == "GeometryCollection" || GeometryBuilder::isKnownType(frame.type)) {
@@ -256,14 +269,6 @@ std::optional<std::size_t> GeoJsonEvents::openFeature() const {
     const bool isInFeature = frames_.size() > 2 && frames_[1].role == Role::features;
     const bool isFeature = !frames_.empty() && frames_.front().type == "Feature";
     return isInFeature || isFeature ? std::optional(featureIndex_) : std::nullopt;
-}
-
-bool GeoJsonEvents::parse_error(std::size_t position, const std::string&,
-                                const nlohmann::detail::exception& error) {
-    const bool isTooDeep = levelsBeyond_ > 0;
-    syntaxFault_ =
-        SyntaxFault{position, isTooDeep ? " - " + std::string(tooDeep) : error.what(), openFeature()};
-    return false;
 }
 
 }  // namespace pelta::viewer

@@ -6,6 +6,7 @@ namespace pelta::viewer {
 
 ShapeCounts countsOf(const MapData& data) {
     ShapeCounts counts;
+    counts.nowhere = data.nowhereCount;
     for (const DataShape& shape : data.shapes) {
         switch (shape.kind) {
             case ShapeKind::marker:
@@ -40,7 +41,12 @@ std::string inWords(const ShapeCounts& counts) {
                      (kind.count > 1 ? "s" : "");
         }
     }
-    return words.empty() ? "nothing to draw" : words;
+    words = words.empty() ? "nothing to draw" : words;
+    if (counts.nowhere > 0) {
+        words += ", " + std::to_string(counts.nowhere) +
+                 (counts.nowhere > 1 ? " features without geometry" : " feature without geometry");
+    }
+    return words;
 }
 
 std::vector<std::string> completed(std::vector<std::string> messages, std::size_t count) {

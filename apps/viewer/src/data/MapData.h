@@ -47,6 +47,7 @@ struct MapData {
     std::vector<ShapeStyle> styles;
     std::vector<DataShape> shapes;
     std::size_t featureCount = 0;       ///< Features that are drawn.
+    std::size_t nowhereCount = 0;       ///< Features whose geometry is null: valid, with nothing to draw.
     std::vector<std::string> problems;  ///< What is wrong in the document: name, feature, reason.
     std::size_t problemCount = 0;       ///< Listed or not.
     std::vector<std::string> leftOuts;  ///< What is right but cannot be drawn, in the same form.

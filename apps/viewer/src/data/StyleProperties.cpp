@@ -46,6 +46,9 @@ constexpr std::array<NumberProperty, 7> numberProperties{{
     {"visibleMaxZoom", 0, 24, false, [](ShapeStyle& style, double value) { style.visibleMaxZoom = value; }},
 }};
 
+/// As much of a number beyond all measure stands in a message.
+constexpr std::size_t longestNumber = 40;
+
 constexpr std::string_view titleProperty = "title";
 
 template <class Table>
@@ -77,7 +80,9 @@ std::optional<std::string> applyNumber(const NumberProperty& property, const Sca
     const double number = value.number;
     const bool isAllowed = number >= property.minimum && number <= property.maximum;
     if (!isAllowed || (property.isWhole && std::floor(number) != number)) {
-        return std::string(property.name) + " " + numberText(number) + " is not a " +
+        const std::string written =
+            std::isfinite(number) ? numberText(number) : std::string(value.text.substr(0, longestNumber));
+        return std::string(property.name) + " " + written + " is not a " +
                (property.isWhole ? "whole number" : "number") + " from " + numberText(property.minimum) +
                " to " + numberText(property.maximum);
     }

@@ -5,17 +5,9 @@
 #include <string_view>
 
 #include "data/MapData.h"
+#include "data/ScalarValue.h"
 
 namespace pelta::viewer {
-
-/// A value that is neither an object nor an array, as it stands in a document. Texts are only valid while it
-/// is read.
-struct ScalarValue {
-    enum class Kind { null, boolean, number, text };
-    Kind kind = Kind::null;
-    double number = 0;
-    std::string_view text;
-};
 
 /// Applies one member of a feature's "properties" to a style: `title`, `marker-color`, `stroke`,
 /// `stroke-width`, `stroke-opacity`, `fill`, `fill-opacity`, `radius`, `zIndex`, `visibleMinZoom` and

@@ -17,6 +17,14 @@ namespace pelta::viewer {
 /// A number in as few digits as tell it apart at 6 figures.
 [[nodiscard]] std::string numberText(double value);
 
+/// True for text in UTF-8, without overlong forms and surrogates.
+[[nodiscard]] bool isUtf8(std::string_view text);
+
+/// Appends a character in UTF-8. A surrogate becomes three bytes that are not UTF-8.
+///
+/// @param code  at most 0x10FFFF.
+void appendUtf8(std::string& text, std::uint32_t code);
+
 /// The value of a hexadecimal digit in either case.
 [[nodiscard]] std::optional<std::uint32_t> hexDigit(char letter);
 
