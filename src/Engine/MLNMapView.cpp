@@ -161,7 +161,7 @@ void MLNMapView::zoomBy(double levels) {
     const auto core = this->core();
     auto& camera = core->camera();
     auto wanted = camera.constrain(camera.destination());
-    wanted.zoom = finiteOr(wanted.zoom + levels, wanted.zoom);
+    wanted.zoom += std::isfinite(levels) ? levels : 0;
     if (camera.constrain(wanted) != camera.destination()) {
         camera.easeTo(wanted, animationDuration, CAMediaTimingFunction::easeInEaseOut(), programmatic);
     }

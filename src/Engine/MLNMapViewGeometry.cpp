@@ -92,8 +92,8 @@ CameraState MLNMapView::cameraStateThatFitsCoordinateBounds(const MLNCoordinateB
                                                             UIEdgeInsets edgePadding) const {
     core_->layout();
     const auto& controller = core_->camera();
-    return cameraFitting(bounds, {controller.viewSize(), effectiveContentInset(), edgePadding}, controller.state(),
-                         controller.limits());
+    return cameraFitting(bounds, {controller.viewSize(), effectiveContentInset(), edgePadding},
+                         controller.state(), controller.limits());
 }
 
 MLNMapCamera MLNMapView::cameraThatFitsCoordinateBounds(const MLNCoordinateBounds& bounds,

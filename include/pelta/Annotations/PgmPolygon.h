@@ -21,8 +21,8 @@ class PgmPolygon : public PgmAreaShape {
         : PgmAreaShape(fillColor), coords_(std::move(coords)) {}
     void completeConstruction(std::string_view className) override;
 
-    /// The corners as given, degrees. Without three that are not on one line there is no inside to be drawn or
-    /// found by taps; the outline, where it has a width, is then a line like any other.
+    /// The corners as given, degrees. Without three that are not on one line there is no inside to be drawn
+    /// or found by taps; the outline, where it has a width, is then a line like any other.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coords() const noexcept { return coords_; }
     void setCoords(std::vector<CLLocationCoordinate2D> coords);
 

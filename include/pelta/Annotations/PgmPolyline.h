@@ -31,8 +31,8 @@ class PgmPolyline : public PgmShape {
     explicit PgmPolyline(std::vector<CLLocationCoordinate2D> coords) : coords_(std::move(coords)) {}
     void completeConstruction(std::string_view className) override;
 
-    /// The line's coordinates, degrees. Without two different places, as in a list of fewer than 2 that is set
-    /// later, nothing is drawn or found by taps.
+    /// The line's coordinates, degrees. Without two different places, as in a list of fewer than 2 that is
+    /// set later, nothing is drawn or found by taps.
     [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coords() const noexcept { return coords_; }
     void setCoords(std::vector<CLLocationCoordinate2D> coords);
     /// Points, 2.5 at first; negative values count as 0. With one that is not finite the line stays as wide
