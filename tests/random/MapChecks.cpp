@@ -1,0 +1,245 @@
+#include "MapChecks.h"
+
+#include <algorithm>
+#include <cmath>
+#include <tuple>
+#include <type_traits>
+
+#include "Checks.h"
+#include "World.h"
+
+namespace pelta::random {
+
+namespace {
+
+using Shapes = std::vector<std::shared_ptr<PgmShape>>;
+
+bool isOn(const PgmShape& shape, const PgmMapView& map) {
+    return shape.mapView().get() == &map;
+}
+
+/// The shapes that say they are on the map, lowest first: the application's, and what cluster managers show.
+Shapes shapesOn(const World& world, const PgmMapView& map, const std::string& name) {
+    Shapes shapes;
+    for (const auto& [index, shape] : map.shapesMap()) {
+        check(isOn(*shape, map), "registry",
+              shape->identifier() + " is kept by " + name + " but says otherwise");
+        shapes.push_back(shape);
+    }
+    for (const auto& shape : world.livingShapes()) {
+        check(!isOn(*shape, map) || map.shapesMap().count(shape->shapeIndex()) == 1, "registry",
+              shape->identifier() + " says it is on " + name + ", which does not keep it");
+    }
+    std::sort(shapes.begin(), shapes.end(), [](const auto& one, const auto& other) {
+        return std::tuple(one->globalZIndex(), one->zIndex(), one->shapeIndex()) <
+               std::tuple(other->globalZIndex(), other->zIndex(), other->shapeIndex());
+    });
+    return shapes;
+}
+
+using LayerNames = std::vector<std::string>;
+
+std::string inWords(const LayerNames& names) {
+    std::string words;
+    for (const auto& name : names) {
+        words += words.empty() ? name : ", " + name;
+    }
+    return words.empty() ? "nothing" : words;
+}
+
+void append(LayerNames& names, const PgmShape& shape) {
+    for (const auto& layer : shape.styleLayers()) {
+        names.push_back(layer->identifier());
+    }
+}
+
+/// The document's layers, below its lowest label shapes of a negative `globalZIndex`, and above all the
+/// others.
+LayerNames expectedLayers(const MLNStyle& style, const Shapes& shapes) {
+    LayerNames names;
+    bool hasLabels = false;
+    const auto appendLow = [&] {
+        for (const auto& shape : shapes) {
+            if (shape->globalZIndex() < 0) {
+                append(names, *shape);
+            }
+        }
+    };
+    for (const auto& layer : style.layers()) {
+        if (!layer->isFromDocument()) {
+            continue;
+        }
+        if (layer->kind() == MLNStyleLayerKind::symbol && !hasLabels) {
+            hasLabels = true;
+            appendLow();
+        }
+        names.push_back(layer->identifier());
+    }
+    if (!hasLabels) {
+        appendLow();
+    }
+    for (const auto& shape : shapes) {
+        if (shape->globalZIndex() >= 0) {
+            append(names, *shape);
+        }
+    }
+    return names;
+}
+
+void checkLayers(const MLNStyle& style, const Shapes& shapes, const std::string& name) {
+    LayerNames found;
+    for (const auto& layer : style.layers()) {
+        found.push_back(layer->identifier());
+    }
+    const LayerNames expected = expectedLayers(style, shapes);
+    check(found == expected, "layers",
+          name + " has the layers " + inWords(found) + "\nits shapes say " + inWords(expected));
+    for (const auto& shape : shapes) {
+        const bool isBare = dynamic_cast<PgmAreaShape*>(shape.get()) == nullptr &&
+                            dynamic_cast<PgmPolyline*>(shape.get()) == nullptr &&
+                            dynamic_cast<PgmMarker*>(shape.get()) == nullptr &&
+                            dynamic_cast<PgmInfoWindow*>(shape.get()) == nullptr;
+        check(isBare != !shape->styleLayers().empty(), "layers of a shape",
+              shape->identifier() + " has no layers of its own");
+        for (const auto& layer : shape->styleLayers()) {
+            check(layer->style() == &style, "layers",
+                  layer->identifier() + " is in another style than " + name);
+            check(layer->isVisible() == shape->isVisible(), "visibility", layer->identifier());
+        }
+    }
+}
+
+template <class T>
+bool isFinite(const MLNExpression<T>& expression) {
+    if constexpr (std::is_same_v<T, double>) {
+        return std::isfinite(expression.constant());
+    } else if constexpr (std::is_same_v<T, CGVector>) {
+        return std::isfinite(expression.constant().dx) && std::isfinite(expression.constant().dy);
+    } else if constexpr (std::is_same_v<T, std::vector<double>>) {
+        const auto& list = expression.constant();
+        return std::all_of(list.begin(), list.end(), [](double number) { return std::isfinite(number); });
+    }
+    return true;
+}
+
+template <class Layer>
+void checkNumbers(const MLNStyleLayer& layer) {
+    if (const auto* drawn = dynamic_cast<const Layer*>(&layer)) {
+        drawn->visitProperties([&](unsigned, MLNPropertyGroup, std::string_view property, const auto& value) {
+            check(!value || isFinite(*value), "numbers",
+                  std::string(property) + " of " + layer.identifier() + " is not finite");
+        });
+    }
+}
+
+void checkNumbers(const MLNStyle& style) {
+    for (const auto& layer : style.layers()) {
+        checkNumbers<MLNSymbolStyleLayer>(*layer);
+        checkNumbers<MLNLineStyleLayer>(*layer);
+        checkNumbers<MLNFillStyleLayer>(*layer);
+    }
+}
+
+using Features = std::vector<const MLNShape*>;
+
+void append(Features& features, const MLNShape* shape) {
+    if (const auto* collection = dynamic_cast<const MLNShapeCollectionFeature*>(shape)) {
+        for (const auto& member : collection->shapes()) {
+            features.push_back(member.get());
+        }
+    } else if (shape != nullptr) {
+        features.push_back(shape);
+    }
+}
+
+Features featuresOf(const MLNShapeSource& source) {
+    Features features;
+    append(features, source.shape().get());
+    std::sort(features.begin(), features.end());
+    return features;
+}
+
+Features featuresOf(const Shapes& shapes) {
+    Features features;
+    for (const auto& shape : shapes) {
+        const auto feature = shape->feature();
+        append(features, feature.get());
+    }
+    std::sort(features.begin(), features.end());
+    return features;
+}
+
+/// The source has every feature of the shapes; what was removed may stay until it is next built, and then
+/// goes.
+void checkSource(World& world, PgmMapView& map, const Shapes& shapes, const std::string& name) {
+    const auto source = map.mapView()->style()->sourceWithIdentifier("pel-shapes");
+    check(source != nullptr, "shared source", name + " has no source for its shapes");
+    const Features expected = featuresOf(shapes);
+    const Features found = featuresOf(*source);
+    check(std::includes(found.begin(), found.end(), expected.begin(), expected.end()), "missing features",
+          name + " lacks features of its shapes");
+    map.setNeedUpdateShapes(true);
+    map.triggerRepaint();
+    check(world.port.runUntilIdle(), "rest", name + " does not come to rest after its source was built");
+    check(featuresOf(*source) == expected, "left features",
+          name + " has features of shapes that are not on it");
+}
+
+void checkPictures(const World& world, const MLNStyle& style, const Shapes& shapes, const std::string& name) {
+    std::set<std::string> shown;
+    for (const auto& shape : shapes) {
+        if (const auto image = shape->shapeImage()) {
+            shown.insert(image->reuseIdentifier());
+            check(style.imageForName(image->reuseIdentifier()) != nullptr, "missing pictures",
+                  name + " lacks the picture of " + shape->identifier());
+        }
+    }
+    for (const auto& picture : world.windowPictures()) {
+        check(shown.count(picture) == 1 || style.imageForName(picture) == nullptr, "left pictures",
+              name + " keeps the picture " + picture + ", which no info window shows any more");
+    }
+}
+
+bool isWithin(double value, double lowest, double highest) {
+    // Where the limits cross, the highest wins.
+    return value >= std::min(lowest, highest) && value <= highest;
+}
+
+void checkCamera(const PgmMapView& map, const std::string& name) {
+    const auto camera = map.cameraPosition();
+    const auto& engine = *map.mapView();
+    const std::string found = name + " looks at " + std::to_string(camera->target().latitude) + ", " +
+                              std::to_string(camera->target().longitude) + ", zoom " +
+                              std::to_string(camera->zoom()) + ", tilt " + std::to_string(camera->tilt()) +
+                              ", bearing " + std::to_string(camera->bearing());
+    check(std::abs(camera->target().latitude) <= 90 && std::abs(camera->target().longitude) <= 180,
+          "camera's target", found);
+    constexpr double rounding = 1e-9;
+    check(
+        isWithin(camera->zoom(), engine.minimumZoomLevel() - rounding, engine.maximumZoomLevel() + rounding),
+        "camera's zoom", found);
+    check(isWithin(camera->tilt(), engine.minimumPitch(), engine.maximumPitch()), "camera's tilt", found);
+    check(camera->bearing() >= 0 && camera->bearing() < 360, "camera's bearing", found);
+    for (const CLLocationCoordinate2D place : {camera->target(), {0, 0}, {80, 170}}) {
+        const CGPoint point = map.projection()->point(place);
+        check(std::isfinite(point.x) && std::isfinite(point.y), "projection", found);
+    }
+}
+
+}  // namespace
+
+void checkMap(World& world, PgmMapView& map, const std::string& name) {
+    checkCamera(map, name);
+    const Shapes shapes = shapesOn(world, map, name);
+    const auto* style = map.mapView()->style();
+    if (style == nullptr) {
+        return;
+    }
+    check(map.willBeRemovedShapesMap().empty(), "registry", name + " has not taken out what was removed");
+    checkLayers(*style, shapes, name);
+    checkNumbers(*style);
+    checkPictures(world, *style, shapes, name);
+    checkSource(world, map, shapes, name);
+}
+
+}  // namespace pelta::random
