@@ -53,6 +53,41 @@ test('a view of the application is drawn as it stands, groups as a whole', async
     assert.deepEqual(stage.errors, []);
 });
 
+test('pictures that a window no longer shows leave the engine, and none is missed', async () => {
+    const stage = await studio.open();
+    await stage.page.evaluate(async () => {
+        const { Map } = await import('./maplibre-gl.mjs');
+        const original = Map.prototype.addImage;
+        Map.prototype.addImage = function record(...values) {
+            globalThis.engineMap = this;
+            return original.apply(this, values);
+        };
+    });
+    await stage.openMap();
+    const [window] = await stage.act([['addInfoWindow', { at: [0, 0], title: 'text' }]]);
+    await stage.page.evaluate(() => {
+        globalThis.missed = [];
+        globalThis.engineMap.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
+    });
+    const images = () => stage.page.evaluate(() => globalThis.engineMap.listImages());
+    const first = await images();
+    for (let i = 0; i < 20; ++i) {
+        await stage.page.evaluate(async (index) => {
+            globalThis.pelta.redrawInfoWindow(index);
+            await new Promise((drawn) => requestAnimationFrame(drawn));
+        }, window);
+    }
+    await stage.act([['redrawInfoWindow', window]]);
+    const last = await images();
+    assert.equal(first.length, 1);
+    assert.equal(last.length, 1, last.join());
+    assert.notDeepEqual(last, first);
+    assert.deepEqual(await stage.page.evaluate(() => globalThis.missed), []);
+    const picture = await stage.picture('info-window-redrawn');
+    assert.ok(isNear(picture.at(200, 115), white), 'drawn');
+    assert.deepEqual(stage.errors, []);
+});
+
 const dot = (stage) => stage.page.locator('[aria-label="Your location"]');
 
 async function placeOfDot(stage) {

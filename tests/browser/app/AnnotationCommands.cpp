@@ -75,6 +75,10 @@ int addInfoWindow(const val& options) {
     return Stage::shared().addShape(window);
 }
 
+void redrawInfoWindow(int window) {
+    static_cast<PgmInfoWindow&>(Stage::shared().shape(window)).invalidate();
+}
+
 void follow(int map, unsigned mode) {
     Stage::shared().map(map).view->setUserTrackingMode(PgmUserTrackingModeFromRaw(mode).value());
 }
@@ -86,6 +90,7 @@ void follow(int map, unsigned mode) {
 EMSCRIPTEN_BINDINGS(annotation_commands) {
     using namespace pelta::browser;
     emscripten::function("addInfoWindow", &addInfoWindow);
+    emscripten::function("redrawInfoWindow", &redrawInfoWindow);
     emscripten::function("follow", &follow);
     emscripten::function("setLogging", &pelta::setIsLoggerEnabled);
 }

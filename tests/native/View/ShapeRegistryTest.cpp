@@ -342,9 +342,12 @@ TEST_F(ShapeRegistryTest, AShapeThatIsAskedMayDoAnythingToTheMap) {
     }
 }
 
-/// Notes on which threads it is drawn and asked.
-struct ThreadShape : PgmShape {
-    void updateLayerProperty() override { isDrawnElsewhere = isDrawnElsewhere || !MainQueue::isMainThread(); }
+/// Notes whether it was ever drawn on another thread than the main one.
+struct ThreadMarker : PgmMarker {
+    void updateLayerProperty() override {
+        isDrawnElsewhere = isDrawnElsewhere || !MainQueue::isMainThread();
+        PgmMarker::updateLayerProperty();
+    }
     bool isDrawnElsewhere = false;
 };
 
@@ -352,7 +355,7 @@ TEST_F(ShapeRegistryTest, OtherThreadsPutShapesOnAndTakeThemAwayByTheMainThread)
     constexpr std::size_t perThread = 300;
     const auto map = makeLoadedMap();
     const auto other = makeLoadedMap();
-    const auto single = make<ThreadShape>();
+    const auto single = make<ThreadMarker>();
     std::thread first([&] { single->setMapView(map); });
     while (!MainQueue::nextDue()) {
         std::this_thread::yield();
@@ -363,12 +366,12 @@ TEST_F(ShapeRegistryTest, OtherThreadsPutShapesOnAndTakeThemAwayByTheMainThread)
     first.join();
     EXPECT_EQ(map->shapesMap().size(), 1U);
 
-    std::array<std::vector<std::shared_ptr<ThreadShape>>, 4> shapes;
+    std::array<std::vector<std::shared_ptr<ThreadMarker>>, 4> shapes;
     for (auto& each : shapes) {
-        std::generate_n(std::back_inserter(each), perThread, [] { return make<ThreadShape>(); });
+        std::generate_n(std::back_inserter(each), perThread, [] { return make<ThreadMarker>(); });
     }
     const auto onThreads =
-        [&](const std::function<void(const std::shared_ptr<ThreadShape>&, std::size_t)>& work) {
+        [&](const std::function<void(const std::shared_ptr<ThreadMarker>&, std::size_t)>& work) {
             std::atomic<std::size_t> finished{0};
             std::vector<std::thread> threads;
             for (const auto& own : shapes) {
