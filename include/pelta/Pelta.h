@@ -3,6 +3,7 @@
 /// @file
 /// Everything that an application needs: all public headers but those that only ports use.
 
+#include <pelta/Annotations/DrawnNumber.h>
 #include <pelta/Annotations/PgmAreaShape.h>
 #include <pelta/Annotations/PgmCircle.h>
 #include <pelta/Annotations/PgmIDManager.h>
