@@ -110,16 +110,16 @@ void UIGestureRecognizer::trackTouch(const UITouch& touch) {
     settle();
 }
 
-void UIGestureRecognizer::afterDelay(double delay, std::function<void()> work) {
+void UIGestureRecognizer::atTime(double time, std::function<void()> work) {
     const auto waiting = [weak = weak_from_this(), generation = generation_] {
         const auto self = weak.lock();
         return self && self->generation_ == generation ? self : nullptr;
     };
-    MainQueue::asyncAfter(delay, [waiting, work = std::move(work)] {
+    MainQueue::asyncAfter(time - PlatformPort::current().now(), [waiting, time, work = std::move(work)] {
         if (!waiting()) {
             return;
         }
-        PlatformPort::current().afterWaitingTouches([waiting, work] {
+        PlatformPort::current().afterTouchesMadeBy(time, [waiting, work] {
             if (const auto self = waiting()) {
                 work();
                 self->settle();
@@ -252,7 +252,7 @@ void UIGestureRecognizer::settle() {
 void UIGestureRecognizer::returnToPossible() {
     state_ = State::possible;
     hasGesture_ = false;
-    cancelDelays();
+    cancelTimers();
     reset();
     for (const auto& weak : std::vector(requiredFailures_)) {
         if (const auto required = weak.lock()) {

@@ -1,7 +1,5 @@
-#include <algorithm>
 #include <cmath>
 
-#include <pelta/Platform/PlatformPort.h>
 #include <pelta/Platform/UIGestureRecognizer.h>
 
 namespace pelta {
@@ -44,13 +42,12 @@ void UILongPressGestureRecognizer::fingerDidPress(const UITouch& touch) {
     }
     start_ = touch.location;
     startTime_ = touch.timestamp;
-    const double elapsed = std::max(PlatformPort::current().now() - touch.timestamp, 0.0);
-    afterDelay(std::max(duration_ - elapsed, 0.0), [this] { transitionTo(UIGestureRecognizerState::began); });
+    atTime(startTime_ + duration_, [this] { transitionTo(UIGestureRecognizerState::began); });
 }
 
 void UILongPressGestureRecognizer::fingerDidLift(const UITouch& touch) {
     if (hasStayed(touch) && touch.timestamp - startTime_ >= duration_) {
-        transitionTo(UIGestureRecognizerState::began);  // Told before the delay that it has outlasted.
+        transitionTo(UIGestureRecognizerState::began);  // Told before the time that it has outlasted.
     }
     const bool hasBegun = state() != UIGestureRecognizerState::possible;
     transitionTo(hasBegun ? UIGestureRecognizerState::ended : UIGestureRecognizerState::failed);

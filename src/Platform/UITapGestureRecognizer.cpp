@@ -50,8 +50,9 @@ void UITapGestureRecognizer::fingerDidPress(const UITouch& touch) {
     if (touchesDown() == 1) {
         fingers_.clear();
         startTime_ = touch.timestamp;
-        cancelDelays();
-        afterDelay(maximumTapTime + 0.001, [this] { transitionTo(UIGestureRecognizerState::failed); });
+        cancelTimers();
+        atTime(startTime_ + maximumTapTime + 0.001,
+               [this] { transitionTo(UIGestureRecognizerState::failed); });
     }
     fingers_.push_back({touch.identifier, touch.location});
     if (fingers_.size() > static_cast<std::size_t>(fingersRequired_)) {
@@ -70,14 +71,14 @@ void UITapGestureRecognizer::fingerDidLift(const UITouch& touch) {
         return;
     }
     liftTime_ = touch.timestamp;
-    cancelDelays();
+    cancelTimers();
     if (fingersRequired_ > 1) {
         location_ = start();
     }
     if (++tapsSeen_ >= tapsRequired_) {
         transitionTo(UIGestureRecognizerState::ended);
     } else {
-        afterDelay(maximumPause + 0.001, [this] { transitionTo(UIGestureRecognizerState::failed); });
+        atTime(liftTime_ + maximumPause + 0.001, [this] { transitionTo(UIGestureRecognizerState::failed); });
     }
 }
 

@@ -39,10 +39,10 @@ class PlatformPort {
     virtual void wakeMainQueueAt(double time) = 0;
     /// Asks for one call of `FrameLoop::run` at the next frame, never from inside this call.
     virtual void requestFrame() = 0;
-    /// Runs `work` on the main thread once every touch that was made before this call has been delivered; at
-    /// once where none can be waiting. While the thread is busy touches wait, and a timer may run before
-    /// them: what it is to decide about them is asked here first.
-    virtual void afterWaitingTouches(std::function<void()> work) = 0;
+    /// Runs `work` on the main thread once every touch made by `time` (seconds on the clock of `now`), which
+    /// has come, has been delivered; at once where none can be waiting. While the thread is busy touches
+    /// wait, and a timer may run before them: what a timer decides about a gesture goes through here.
+    virtual void afterTouchesMadeBy(double time, std::function<void()> work) = 0;
 
     /// Pixels a point of the main screen, above 0.
     [[nodiscard]] virtual double screenScale() const = 0;

@@ -77,11 +77,11 @@ class UIGestureRecognizer : public std::enable_shared_from_this<UIGestureRecogni
     virtual void reset() {}
     /// Moves to a state; success waits for required failures.
     void transitionTo(UIGestureRecognizerState state);
-    /// Calls `work` after `delay` seconds, when the touches made in that time have been heard, unless the
-    /// gesture has been reset, the delays cancelled or the recogniser released by then.
-    void afterDelay(double delay, std::function<void()> work);
-    /// Work that `afterDelay` has put off does not run any more.
-    void cancelDelays() noexcept { ++generation_; }
+    /// Calls `work` when it is `time`, seconds on the port's clock, and the touches made by then have been
+    /// heard, unless the gesture has been reset, the timers cancelled or the recogniser released.
+    void atTime(double time, std::function<void()> work);
+    /// Work that `atTime` has put off does not run any more.
+    void cancelTimers() noexcept { ++generation_; }
     /// Fingers of the present gesture that are down.
     [[nodiscard]] int touchesDown() const noexcept { return touchesDown_; }
 

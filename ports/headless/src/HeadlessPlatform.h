@@ -30,7 +30,7 @@ class HeadlessPlatform : public PlatformPort {
     void wakeMainQueueAt(double) override {}
     void requestFrame() override;
     /// Touches are delivered as they are made.
-    void afterWaitingTouches(std::function<void()> work) override { work(); }
+    void afterTouchesMadeBy(double, std::function<void()> work) override { work(); }
     [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;

@@ -56,12 +56,22 @@ void WebPort::requestFrame() {
     stayAhead();
 }
 
-void WebPort::afterWaitingTouches(std::function<void()> work) {
+void WebPort::afterTouchesMadeBy(double time, std::function<void()> work) {
+    // The browser does not tell whether touches wait. Those of a finger come from another process and, when
+    // the thread has been busy, arrive some frames after it has become free.
+    constexpr double busyDelay = 0.05;  // Seconds late at which the thread counts as having been busy.
+    constexpr double catchUp = 0.1;     // Seconds of a free thread in which they arrive.
+    if (now() - time > busyDelay) {
+        MainQueue::asyncAfter(catchUp, [this, free = now() + catchUp, work = std::move(work)] {
+            afterTouchesMadeBy(free, work);
+        });
+        return;
+    }
     waitingForTouches_.push_back(std::move(work));
     if (waitingForTouches_.size() > 1) {
         return;
     }
-    // The browser hands over the moves that it has kept right before it draws its next frame.
+    // Moves of the last moment come right before the next frame.
     const auto run = [](double, void* port) {
         for (const auto& each : std::exchange(static_cast<WebPort*>(port)->waitingForTouches_, {})) {
             each();

@@ -24,7 +24,7 @@ class WebPort final : public PlatformPort {
     [[nodiscard]] double now() const override;
     void wakeMainQueueAt(double time) override;
     void requestFrame() override;
-    void afterWaitingTouches(std::function<void()> work) override;
+    void afterTouchesMadeBy(double time, std::function<void()> work) override;
     [[nodiscard]] double screenScale() const override { return screenScale_; }
     [[nodiscard]] std::optional<UIImage> decodeImage(std::span<const std::uint8_t> bytes,
                                                      double scale) const override;

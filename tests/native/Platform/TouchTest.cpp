@@ -127,7 +127,9 @@ class BusyPlatform final : public headless::HeadlessPlatform {
  public:
     BusyPlatform() : HeadlessPlatform(1), replaced_(&PlatformPort::current()) { PlatformPort::install(this); }
     ~BusyPlatform() override { PlatformPort::install(replaced_); }
-    void afterWaitingTouches(std::function<void()> work) override { decisions_.push_back(std::move(work)); }
+    void afterTouchesMadeBy(double, std::function<void()> work) override {
+        decisions_.push_back(std::move(work));
+    }
 
     /// The thread gets its breath back: timers, touches, then what waits for both.
     void recoverAt(double time, UIWindow& window, const std::vector<UITouch>& touches) {
