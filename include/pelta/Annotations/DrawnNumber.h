@@ -13,6 +13,7 @@ class DrawnNumber {
 
     /// The number as it was set last.
     [[nodiscard]] double asSet() const noexcept { return set_; }
+    /// Keeps any number; what is drawn stays until `draw`.
     void set(double number) noexcept { set_ = number; }
 
     /// Takes over the number that was set, if it is finite.

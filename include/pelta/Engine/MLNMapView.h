@@ -137,9 +137,9 @@ class MLNMapView : public UIView {
     /// have no effect on camera, fitting and ornaments while left and right together reach the view's width
     /// or top and bottom its height; whether they do is found anew when the size changes.
     [[nodiscard]] UIEdgeInsets contentInset() const;
+    void setContentInset(UIEdgeInsets inset);
     /// The content inset that has effect at the view's present size: `contentInset`, or none.
     [[nodiscard]] UIEdgeInsets effectiveContentInset() const;
-    void setContentInset(UIEdgeInsets inset);
     /// The centre coordinate keeps its place on the earth and moves on the screen; animated over 0.3 s when
     /// asked.
     void setContentInset(UIEdgeInsets inset, bool animated, Completion completionHandler);
