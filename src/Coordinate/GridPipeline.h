@@ -35,14 +35,14 @@ class GridPipeline {
             source_ == GeoTrans::GEO
                 ? StepPoint<Math>{x * degree, y * degree, Number{}}
                 : fromGrid(x - sourceGrid_.falseEasting, y - sourceGrid_.falseNorthing, isOrdinary);
-        isOrdinary = isOrdinary & isOrdinaryPlace(place);
+        isOrdinary = Math::both(isOrdinary, isOrdinaryPlace(place));
         if (destination_ == GeoTrans::GEO) {
             return {place.x / degree, place.y / degree, Number{}};
         }
         typename Steps::Angle latitude{place.y, {}};
         if (destinationGrid_.needsDatumShift) {
             shift(place, latitude, world_, destinationGrid_, -1);
-            isOrdinary = isOrdinary & isOffThePoles(latitude.value);
+            isOrdinary = Math::both(isOrdinary, isOffThePoles(latitude.value));
         } else {
             latitude.direction = Steps::directionOf(latitude.value);
         }
@@ -58,16 +58,16 @@ class GridPipeline {
     }
 
     [[nodiscard]] static Condition isOrdinaryPlace(const StepPoint<Math>& place) {
-        return (Math::absolute(place.x) <= std::numbers::pi) & isOffThePoles(place.y);
+        return Math::both(Math::absolute(place.x) <= std::numbers::pi, isOffThePoles(place.y));
     }
 
     /// @param isOrdinary  cleared where a step's input is not ordinary.
     [[nodiscard]] StepPoint<Math> fromGrid(Number easting, Number northing, Condition& isOrdinary) const {
         const auto foot = Steps::footPoint(sourceGrid_, northing);
-        isOrdinary = isOrdinary & isOffThePoles(foot.value);
+        isOrdinary = Math::both(isOrdinary, isOffThePoles(foot.value));
         StepPoint<Math> place = Steps::unproject(sourceGrid_, foot, easting);
         if (sourceGrid_.needsDatumShift) {
-            isOrdinary = isOrdinary & isOrdinaryPlace(place);
+            isOrdinary = Math::both(isOrdinary, isOrdinaryPlace(place));
             typename Steps::Angle latitude{place.y, {}};
             shift(place, latitude, sourceGrid_, world_, 1);
         }

@@ -127,7 +127,7 @@ struct GridSteps {
             const Number applied = Math::choose(isMoving, step, Number{});
             foot.value = foot.value + applied;
             foot.direction = turned(foot.direction, applied);
-            isMoving = isMoving & (Math::absolute(step) > GeoTrans::EPSLN);
+            isMoving = Math::both(isMoving, Math::absolute(step) > GeoTrans::EPSLN);
         }
         return foot;
     }

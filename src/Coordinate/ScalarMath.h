@@ -19,6 +19,7 @@ struct ScalarMath {
     static double absolute(double value) { return std::abs(value); }
     static double choose(bool condition, double yes, double no) { return condition ? yes : no; }
     static bool always() { return true; }
+    static bool both(bool one, bool other) { return one && other; }
     static bool any(bool condition) { return condition; }
 };
 

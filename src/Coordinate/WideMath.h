@@ -21,6 +21,7 @@ struct WideMath {
     static Wide absolute(Wide value) { return value < 0.0 ? -value : value; }
     static Wide choose(WideCondition condition, Wide yes, Wide no) { return condition ? yes : no; }
     static WideCondition always() { return WideCondition{-1, -1, -1, -1}; }
+    static WideCondition both(WideCondition one, WideCondition other) { return one & other; }
     static bool any(WideCondition condition) {
         return (condition[0] | condition[1] | condition[2] | condition[3]) != 0;
     }

@@ -23,7 +23,8 @@ void HeadlessPlatform::setNow(double now) {
 }
 
 void HeadlessPlatform::setScreenScale(double scale) {
-    if (std::isfinite(scale) && scale > 0) {
+    // The drawing library cannot invert much smaller ones, and no picture is made of much larger ones.
+    if (scale >= 0.01 && scale <= 100) {
         screenScale_ = scale;
     }
 }

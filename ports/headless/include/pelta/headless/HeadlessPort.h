@@ -27,7 +27,7 @@ namespace pelta {
 /// they are in the style, so that shapes find their place among them, but queries do not find their features.
 class HeadlessPort {
  public:
-    /// @param screenScale  pixels a point, above 0; other values count as 1.
+    /// @param screenScale  pixels a point, 0.01 to 100; other values count as 1.
     explicit HeadlessPort(double screenScale = 2);
     ~HeadlessPort();
     HeadlessPort(const HeadlessPort&) = delete;
@@ -52,7 +52,7 @@ class HeadlessPort {
     /// @{
     /// A window of the given size in points; keep it as long as its views should live.
     [[nodiscard]] std::shared_ptr<UIWindow> makeWindow(CGSize size);
-    /// Changes the screen's scale for everything drawn from now on; values that are not above 0 are ignored.
+    /// Changes the screen's scale for everything drawn from now on; values beyond 0.01 to 100 are ignored.
     void setScreenScale(double scale);
     /// Answers fetches of an address with a document, from now on.
     void serveDocument(std::string address, std::string text);
