@@ -44,7 +44,8 @@ std::string inQuotes(std::string_view text) {
     while (length < text.size() && length > 0 && continuesCharacter(text[length])) {
         --length;
     }
-    std::string result = "'" + std::string(text.substr(0, length));
+    std::string result("'");
+    result.append(text.substr(0, length));
     std::replace_if(result.begin(), result.end(), isControl, ' ');
     return result + (length < text.size() ? "…'" : "'");
 }
