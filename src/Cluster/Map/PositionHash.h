@@ -1,6 +1,5 @@
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 
@@ -19,8 +18,8 @@ namespace pelta::detail {
 struct PositionHash {
     std::size_t operator()(CLLocationCoordinate2D position) const noexcept {
         // Adding 0 makes one number of the two zeros, which are equal.
-        const auto latitude = std::bit_cast<std::uint64_t>(position.latitude + 0.0);
-        const auto longitude = std::bit_cast<std::uint64_t>(position.longitude + 0.0);
+        const auto latitude = __builtin_bit_cast(std::uint64_t, position.latitude + 0.0);
+        const auto longitude = __builtin_bit_cast(std::uint64_t, position.longitude + 0.0);
         return static_cast<std::size_t>(mixed(latitude ^ mixed(longitude)));
     }
 };

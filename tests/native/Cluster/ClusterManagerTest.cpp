@@ -2,6 +2,7 @@
 #include <cmath>
 #include <functional>
 #include <limits>
+#include <optional>
 #include <random>
 
 #include "View/MapFixture.h"
@@ -313,8 +314,13 @@ TEST_F(ClusterManagerTest, PanningAddsAndTheNextClusteringClearsUp) {
 /// Counts how often it hears that another part of the world is visible.
 class AreaCounter final : public PgmMapDelegate {
  public:
-    void mapViewDidChangeVisibleArea(PgmMapView&) override { ++count; }
+    void mapViewDidChangeVisibleArea(PgmMapView& map) override {
+        if (++count == 1 && again) {
+            map.setContentInset(*again);
+        }
+    }
     int count = 0;
+    std::optional<UIEdgeInsets> again;  // set from within the first call
 };
 
 TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
@@ -325,6 +331,7 @@ TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
         std::function<void()> start, change;
         int areaEvents;  // -1: several
     };
+    const auto counter = std::make_shared<AreaCounter>();
     const auto lookTurned = [this](double latitude, double longitude, double zoom) {
         map->setCameraPosition(PgmCameraPosition::create({latitude, longitude}, zoom, 50, 30));
     };
@@ -369,6 +376,12 @@ TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
              map->setContentInset({0, 500, 0, 0});
          },
          1},
+        {"an inset that a listener changes again", window->bounds(), stay,
+         [&] {
+             counter->again = UIEdgeInsets{0, 500, 0, 0};
+             map->setContentInset({0, 100, 0, 0});
+         },
+         2},
         {"an inset over time", window->bounds(), stay,
          [this] {
              engineOf(map).setContentInset({0, 0, 400, 0}, true, {});
@@ -385,7 +398,7 @@ TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
         map = PgmMapView::create(test.frame);
         window->addSubview(map);
         manager = PgmClusterManager::create(map);
-        const auto counter = std::make_shared<AreaCounter>();
+        counter->again.reset();
         map->setDelegate(counter);
         test.start();
         port.advance(1);
@@ -394,6 +407,7 @@ TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
                 manager->algorithm()->add(place(north, east));
             }
         }
+        manager->algorithm()->add(place(37, -538));
         manager->Pgmalidate();
         expectMarkersOfWhatIsVisible();
         const auto before = markers().size();
