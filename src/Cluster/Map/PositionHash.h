@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include <pelta/Platform/CoreLocation.h>
 
@@ -14,13 +15,19 @@ namespace pelta::detail {
     return value ^ (value >> 32U);
 }
 
+/// The bits of a number, the same for the two zeros, which are equal. (Emscripten's library lacks
+/// `std::bit_cast`.)
+[[nodiscard]] inline std::uint64_t bitsOf(double number) noexcept {
+    const double oneZero = number + 0.0;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &oneZero, sizeof bits);
+    return bits;
+}
+
 /// Equal for equal positions, and as different for neighbours as for any others.
 struct PositionHash {
     std::size_t operator()(CLLocationCoordinate2D position) const noexcept {
-        // Adding 0 makes one number of the two zeros, which are equal.
-        const auto latitude = __builtin_bit_cast(std::uint64_t, position.latitude + 0.0);
-        const auto longitude = __builtin_bit_cast(std::uint64_t, position.longitude + 0.0);
-        return static_cast<std::size_t>(mixed(latitude ^ mixed(longitude)));
+        return static_cast<std::size_t>(mixed(bitsOf(position.latitude) ^ mixed(bitsOf(position.longitude))));
     }
 };
 
