@@ -1,5 +1,6 @@
 #include "JsonCheck.h"
 
+#include <algorithm>
 #include <new>
 #include <string_view>
 
