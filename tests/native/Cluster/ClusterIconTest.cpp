@@ -106,9 +106,10 @@ TEST_F(ClusterIconTest, AHundredCountsAreAHundredPicturesDrawnOnce) {
         EXPECT_EQ(generator->iconForCount(count), icon);
     }
     EXPECT_EQ(names.size(), 100U);
-    // A screen of this scale would need a bitmap beyond what the platform draws.
-    port.setScreenScale(1000);
-    EXPECT_EQ(generator->iconForCount(100), PgmImage::markerImageRed());
+    // On a screen of this scale the picture would need a bitmap beyond what the platform draws.
+    port.setScreenScale(100);
+    const auto wide = *UIImage::fromPixels(400, 1, 1, std::vector<std::uint8_t>(400 * 4, 255));
+    EXPECT_EQ(Generator::createWithImages({wide}, {1})->iconForCount(1), PgmImage::markerImageRed());
 }
 
 TEST_F(ClusterIconTest, ProgrammingErrorsStopTheProcess) {
