@@ -75,8 +75,8 @@ class PgmMapView : public UIView {
     /// @}
 
     /// @name Style
-    /// What the map is drawn by: a document in the MapLibre style format, version 8. Shapes and camera stay when
-    /// it changes.
+    /// What the map is drawn by: a document in the MapLibre style format, version 8. Shapes and camera stay
+    /// when it changes.
     /// @{
     /// Loads a style in place of the present one, which stays until the new one has come, and stays if that
     /// fails. The delegate hears how it ended, never before this returns. Of styles set one after another
@@ -268,19 +268,33 @@ class PgmMapView : public UIView {
     /// @name Taps
     /// What the engine view's recognisers call, once the double tap has been ruled out.
     /// @{
+    /// Whether a tap goes to the nearest shape instead of the topmost, false at first.
+    [[nodiscard]] bool isNearestShapePreferred() const noexcept { return settings_.isNearestShapePreferred; }
+    /// Lets each of many shapes that crowd together be tapped. Of those with a `touchEvent` that are drawn
+    /// within 22 points of a tap, one is asked all the same: the topmost symbol whose picture or title holds
+    /// the tapped point; else the symbol or line that is nearest to it, by the sides of the smallest square
+    /// about the point that it reaches into, to a quarter of a point; else the topmost area. Of equally near
+    /// ones the topmost is asked. The outline of an area counts as the area.
+    ///
+    ///     map->setIsNearestShapePreferred(true);  // pins in a city
+    void setIsNearestShapePreferred(bool preferred) noexcept {
+        settings_.isNearestShapePreferred = preferred;
+    }
     /// Offers a tap that has ended to the topmost shape with a `touchEvent` that is drawn within 22 points of
-    /// it; where there is none, or it declines, the delegate is told.
+    /// it, or the nearest; where there is none, or it declines, the delegate is told.
     void handleSingleTap(const UIGestureRecognizer& recognizer);
     /// Tells the delegate of a long press that has begun; shapes are not asked.
     void handleLongTapGesture(const UIGestureRecognizer& recognizer);
     /// Notes a tap on the logo in the log while `isLogoClickEnabled`.
     void handleLogoSingleTap(const UIGestureRecognizer& recognizer);
+    /// A hand over what is drawn of a shape with a `touchEvent`.
+    [[nodiscard]] UIPointerStyle pointerStyle(CGPoint point) const override;
     /// @}
 
     /// @name User location
     /// @{
-    /// The mode that was set last, `off` at first. A pan ends the following and leaves this value, so that the
-    /// location button takes the following up again; how the location is followed now is told to
+    /// The mode that was set last, `off` at first. A pan ends the following and leaves this value, so that
+    /// the location button takes the following up again; how the location is followed now is told to
     /// `PgmMapDelegate::didChangeUserTrackingMode`.
     [[nodiscard]] PgmUserTrackingMode userTrackingMode() const noexcept { return settings_.userTrackingMode; }
     /// Shows the user's location and follows it as the mode says; `off` hides it. Setting the present mode
@@ -379,6 +393,7 @@ class PgmMapView : public UIView {
         bool isRotateGesturesEnabled = true;
         bool isTiltGesturesEnabled = true;
         bool isLogoClickEnabled = true;
+        bool isNearestShapePreferred = false;
         CGFloat decelerationRate = GestureSettings{}.decelerationRate;
     };
 

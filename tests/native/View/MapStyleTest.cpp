@@ -76,7 +76,7 @@ TEST_F(MapStyleTest, AStyleThatFailsLeavesThePresentOneAndSaysSoInOneLine) {
         {"not there", {address("missing.json")}, "missing.json"},
         {"no address", {address("")}, "not an address"},
         {"line break", {address("two\nlines")}, "not an address"},
-        {"broken", {document("{\"version\":8,\n\"name\"")}, "line 2, column 7"},
+        {"broken", {document("{\"version\":8,\n\"name\"")}, "line 2, column 6"},
         {"no style", {document("[]")}, "not an object"},
         {"nothing", {document("")}, "empty"},
         {"deep", {document(R"({"metadata":)" + std::string(1'000'000, '['))}, "deeper than 128"},

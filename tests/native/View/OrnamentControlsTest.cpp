@@ -152,7 +152,8 @@ TEST_F(OrnamentControlsTest, TheLocationButtonAsksTheApplicationFirst) {
         {"does it itself", [](PgmMapView& asked) { return asked.locactionAction(), true; }, true},
         {"leaves", [](PgmMapView& asked) { return asked.setLocationButtonEvent(nullptr), true; }, false},
         {"has left", map->locationButtonEvent(), true},
-        {"releases the map", [&](PgmMapView&) { return map->removeFromSuperview(), map.reset(), true; }, false},
+        {"releases the map", [&](PgmMapView&) { return map->removeFromSuperview(), map.reset(), true; },
+         false},
     };
     map->setUserTrackingMode(PgmUserTrackingMode::follow);
     const auto engine = map->mapView();
@@ -168,20 +169,22 @@ TEST_F(OrnamentControlsTest, TheLocationButtonAsksTheApplicationFirst) {
 TEST_F(OrnamentControlsTest, TheLocationButtonShowsPicturesOfTheApplication) {
     const auto map = makeMap();
     const UIButton& shown = button(map->locationView(), 0);
-    const auto pictures = [&] {
-        return std::pair(*shown.imageForState(UIControlState::normal),
-                         *shown.imageForState(UIControlState::highlighted));
+    const auto expect = [&](const UIImage& normal, const UIImage& pressed) {
+        const auto pixels = [&](UIControlState state) { return shown.imageForState(state)->pixels(); };
+        EXPECT_THAT(pixels(UIControlState::normal), testing::ElementsAreArray(normal.pixels()));
+        EXPECT_THAT(pixels(UIControlState::highlighted), testing::ElementsAreArray(pressed.pixels()));
     };
-    const auto [normal, pressed] = pictures();
-    const auto own = *UIImage::fromPixels(1, 1, 1, std::vector<std::uint8_t>(4));
+    const auto normal = *shown.imageForState(UIControlState::normal);
+    const auto pressed = *shown.imageForState(UIControlState::highlighted);
+    const auto own = *UIImage::fromPixels(1, 1, 1, {1, 2, 3, 4});
     const auto frame = shown.frame();
     map->setLocationButtonImage(own);
-    EXPECT_TRUE(pictures().first.isIdenticalTo(own) && pictures().second.isIdenticalTo(own));
+    expect(own, own);
     EXPECT_EQ(shown.frame(), frame);
     map->setLocationButtonImage(own, pressed);
-    EXPECT_TRUE(pictures().first.isIdenticalTo(own) && pictures().second.isIdenticalTo(pressed));
+    expect(own, pressed);
     map->setLocationButtonImage(std::nullopt);
-    EXPECT_TRUE(pictures().first.isIdenticalTo(normal) && pictures().second.isIdenticalTo(pressed));
+    expect(normal, pressed);
 }
 
 }  // namespace
