@@ -23,8 +23,9 @@ void PgmAreaShape::setStrokeColor(UIColor color) {
     updateLayerProperty();
 }
 
-void PgmAreaShape::setRing(const std::vector<CLLocationCoordinate2D>& ring) {
-    auto area = MLNPolygonFeature::polygonWithCoordinates(ring);
+void PgmAreaShape::setRing(const std::vector<CLLocationCoordinate2D>& ring,
+                           const std::vector<std::vector<CLLocationCoordinate2D>>& holes) {
+    auto area = MLNPolygonFeature::polygonWithCoordinates(ring, holes);
     tagFeature(*area);
     auto outline = MLNPolylineFeature::polylineWithCoordinates(ring);
     tagFeature(*outline, outlineSuffix);

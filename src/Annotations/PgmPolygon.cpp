@@ -20,8 +20,13 @@ void PgmPolygon::setCoords(std::vector<CLLocationCoordinate2D> coords) {
     updateFeature();
 }
 
+void PgmPolygon::setHoles(std::vector<Ring> holes) {
+    holes_ = std::move(holes);
+    updateFeature();
+}
+
 void PgmPolygon::updateFeature() {
-    setRing(coords_);
+    setRing(coords_, holes_);
 }
 
 }  // namespace pelta

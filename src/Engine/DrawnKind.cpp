@@ -35,10 +35,13 @@ bool areFinite(Ring coordinates) {
     });
 }
 
-bool hasTwoPoints(Ring line) {
-    return std::any_of(line.begin(), line.end(), [&](CLLocationCoordinate2D each) {
-        return lengthOf(offset(line.front(), each)) > smallestExtent;
-    });
+bool areApart(CLLocationCoordinate2D one, CLLocationCoordinate2D other) {
+    return lengthOf(offset(one, other)) > smallestExtent;
+}
+
+bool hasTwoPlaces(Ring line) {
+    return std::any_of(line.begin(), line.end(),
+                       [&](CLLocationCoordinate2D each) { return areApart(line.front(), each); });
 }
 
 /// Whether a corner lies beside the straight line from the ring's first corner in a direction.
@@ -106,12 +109,24 @@ bool hasInside(Ring ring) {
 }  // namespace
 
 std::optional<MLNShapeKind> drawnKindOfLine(Ring line) {
-    return areFinite(line) && hasTwoPoints(line) ? std::optional(MLNShapeKind::polyline) : std::nullopt;
+    return areFinite(line) && hasTwoPlaces(line) ? std::optional(MLNShapeKind::polyline) : std::nullopt;
 }
 
-std::optional<MLNShapeKind> drawnKindOfArea(Ring ring) {
+std::optional<MLNShapeKind> drawnKindOfArea(Ring ring,
+                                            std::span<const std::vector<CLLocationCoordinate2D>> holes) {
+    if (!std::all_of(holes.begin(), holes.end(), areFinite)) {
+        return std::nullopt;
+    }
     const auto outline = drawnKindOfLine(ring);
     return outline && hasInside(ring) ? std::optional(MLNShapeKind::polygon) : outline;
+}
+
+bool hasThreePlaces(Ring ring) {
+    const auto second = std::find_if(
+        ring.begin(), ring.end(), [&](CLLocationCoordinate2D each) { return areApart(ring.front(), each); });
+    return std::any_of(second, ring.end(), [&](CLLocationCoordinate2D each) {
+        return areApart(ring.front(), each) && areApart(*second, each);
+    });
 }
 
 }  // namespace pelta

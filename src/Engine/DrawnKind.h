@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <span>
+#include <vector>
 
 #include <pelta/Engine/MLNShape.h>
 
@@ -10,7 +11,11 @@ namespace pelta {
 /// What a line through coordinates is drawn as, see `MLNShape::drawnKind`.
 [[nodiscard]] std::optional<MLNShapeKind> drawnKindOfLine(std::span<const CLLocationCoordinate2D> line);
 
-/// What an area within a ring, closed or not, is drawn as, see `MLNShape::drawnKind`.
-[[nodiscard]] std::optional<MLNShapeKind> drawnKindOfArea(std::span<const CLLocationCoordinate2D> ring);
+/// What an area within a ring but for its holes, each closed or not, is drawn as, see `MLNShape::drawnKind`.
+[[nodiscard]] std::optional<MLNShapeKind> drawnKindOfArea(
+    std::span<const CLLocationCoordinate2D> ring, std::span<const std::vector<CLLocationCoordinate2D>> holes);
+
+/// Whether three places of a ring can be told apart.
+[[nodiscard]] bool hasThreePlaces(std::span<const CLLocationCoordinate2D> ring);
 
 }  // namespace pelta

@@ -15,6 +15,7 @@ void MLNMapViewDelegate::mapViewWillStartRenderingFrame(MLNMapView& /*mapView*/)
 void MLNMapViewDelegate::mapViewDidBecomeIdle(MLNMapView& /*mapView*/) {}
 void MLNMapViewDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/,
                                                const MLNUserLocation& /*userLocation*/) {}
+void MLNMapViewDelegate::didFailToLocateUser(MLNMapView& /*mapView*/, CLLocationFailure /*reason*/) {}
 void MLNMapViewDelegate::didChangeUserTrackingMode(MLNMapView& /*mapView*/, MLNUserTrackingMode /*mode*/,
                                                    bool /*animated*/) {}
 std::shared_ptr<MLNAnnotationView> MLNMapViewDelegate::viewForAnnotation(

@@ -45,11 +45,13 @@ std::shared_ptr<MLNPolylineFeature> MLNPolylineFeature::polylineWithCoordinates(
     return shape;
 }
 
-std::shared_ptr<MLNPolygonFeature> MLNPolygonFeature::polygonWithCoordinates(
-    std::vector<CLLocationCoordinate2D> coordinates) {
+std::shared_ptr<MLNPolygonFeature> MLNPolygonFeature::polygonWithCoordinates(Ring coordinates,
+                                                                             std::vector<Ring> holes) {
     auto shape = std::make_shared<MLNPolygonFeature>();
-    shape->drawnKind_ = drawnKindOfArea(coordinates);
+    shape->drawnKind_ = drawnKindOfArea(coordinates, holes);
     shape->coordinates_ = std::move(coordinates);
+    std::erase_if(holes, [](const Ring& hole) { return !hasThreePlaces(hole); });
+    shape->holes_ = std::move(holes);
     return shape;
 }
 

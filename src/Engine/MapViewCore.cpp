@@ -192,8 +192,11 @@ void MLNMapView::Core::applyDocument(StyleDocument document) {
     if (!renderer_) {
         return;
     }
+    if (const auto fault = renderer_->applyStyle(document)) {
+        styleDidFail(*fault);
+        return;
+    }
     arrivingDocument_ = std::move(document);
-    renderer_->applyStyle(*arrivingDocument_);
     arrivingDocument_->text = {};  // The renderer's affair from now on.
     requestFrame();
 }
@@ -216,13 +219,6 @@ void MLNMapView::Core::enterDocumentLayers(const StyleDocument& document) {
     for (const auto& layer : document.layers) {
         style_->addDocumentLayer(makeDocumentLayer(layer));
     }
-}
-
-void MLNMapView::Core::rendererDidFailLoadingStyle(std::string_view message) {
-    const HostCall call(*this);
-    arrivingDocument_.reset();
-    style_.reset();
-    styleDidFail(message);
 }
 
 void MLNMapView::Core::styleDidFail(std::string_view message) {

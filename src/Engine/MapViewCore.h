@@ -72,7 +72,6 @@ class MLNMapView::Core final : public MapRendererHost,
     void renderFrame() override;
 
     void rendererDidLoadStyle() override;
-    void rendererDidFailLoadingStyle(std::string_view message) override;
     void gestureWillBegin(MLNCameraChangeReason reason, bool animated) override;
     void gestureDidMove(MLNCameraChangeReason reason) override;
     void gestureDidEnd(MLNCameraChangeReason reason, bool animated) override;

@@ -27,7 +27,7 @@ void UserTracking::setShowsLocation(bool shows, const std::shared_ptr<LocationOb
         return;
     }
     showsLocation_ = shows;
-    hasReportedFailure_ = false;
+    reportedFailure_.reset();
     auto& source = PlatformPort::current().locationSource();
     if (shows) {
         source.addObserver(self);
@@ -68,7 +68,7 @@ void UserTracking::locationDidUpdate(const CLLocation& location) {
         return;
     }
     location_.setLocation(location);
-    hasReportedFailure_ = false;
+    reportedFailure_.reset();
     changed_();
     events_.tell([&](auto& delegate, auto& view) { delegate.didUpdateUserLocation(view, location_); });
     follow();
@@ -84,12 +84,13 @@ void UserTracking::headingDidUpdate(const CLHeading& heading) {
     }
 }
 
-void UserTracking::locationDidFail(std::string_view reason) {
+void UserTracking::locationDidFail(CLLocationFailure failure, std::string_view reason) {
     // A device that has none says so again and again.
-    if (std::exchange(hasReportedFailure_, true)) {
+    if (!showsLocation_ || std::exchange(reportedFailure_, failure) == failure) {
         return;
     }
     dPrint("the user's location is not known: " + std::string(reason));
+    events_.tell([failure](auto& delegate, auto& view) { delegate.didFailToLocateUser(view, failure); });
 }
 
 double UserTracking::followedBearing(double present) const {

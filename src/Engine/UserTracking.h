@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include <pelta/Engine/MLNAnnotation.h>
@@ -37,7 +38,7 @@ class UserTracking final : public LocationObserver {
 
     void locationDidUpdate(const CLLocation& location) override;
     void headingDidUpdate(const CLHeading& heading) override;
-    void locationDidFail(std::string_view reason) override;
+    void locationDidFail(CLLocationFailure failure, std::string_view reason) override;
 
  private:
     void follow();
@@ -50,7 +51,7 @@ class UserTracking final : public LocationObserver {
     MLNUserTrackingMode mode_ = MLNUserTrackingMode::none;
     bool showsLocation_ = false;
     bool showsHeading_ = false;
-    bool hasReportedFailure_ = false;  // since the last location
+    std::optional<CLLocationFailure> reportedFailure_;  // since the last location
 };
 
 }  // namespace pelta

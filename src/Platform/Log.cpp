@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -40,6 +41,13 @@ void dPrint(std::string_view text, std::string_view file, int line) {
     if (isLoggerEnabled()) {
         writeLine(stdout, "📌 [" + placeOf(file, line) + "] " + std::string(text));
     }
+}
+
+void printError(std::string_view text) {
+    std::string line = "Pelta: " + std::string(text);
+    std::replace_if(
+        line.begin(), line.end(), [](unsigned char byte) { return byte < ' ' || byte == 0x7F; }, ' ');
+    writeLine(stderr, std::move(line));
 }
 
 void fatalError(std::string_view message, std::string_view file, int line) {

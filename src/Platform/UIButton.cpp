@@ -80,6 +80,10 @@ void UIButton::touchDidChange(const UITouch& touch) {
     }
 }
 
+UIPointerStyle UIButton::pointerStyle(CGPoint /*point*/) const {
+    return isEnabled_ ? UIPointerStyle::hand : UIPointerStyle::automatic;
+}
+
 ViewContent UIButton::content() const {
     const auto& image = imageForState(state());
     if (!image) {

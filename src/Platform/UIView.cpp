@@ -233,6 +233,10 @@ CGPoint UIView::convertPointToWindow(CGPoint point) const {
     return point;
 }
 
+UIPointerStyle UIView::pointerStyle(CGPoint /*point*/) const {
+    return UIPointerStyle::automatic;
+}
+
 void UIView::touchDidChange(const UITouch&) {}
 
 }  // namespace pelta

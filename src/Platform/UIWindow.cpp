@@ -31,6 +31,16 @@ bool UIWindow::deliverTouch(const UITouch& touch) {
     return progress.isTaken;
 }
 
+UIPointerStyle UIWindow::pointerStyleAt(CGPoint location) {
+    auto style = UIPointerStyle::automatic;
+    for (auto view = hitTest(location); view && style == UIPointerStyle::automatic;
+         view = view->superview()) {
+        const CGPoint origin = view->convertPointToWindow({});
+        style = view->pointerStyle({location.x - origin.x, location.y - origin.y});
+    }
+    return style;
+}
+
 /// Ends a touch whose end was never delivered, before its identifier is used again.
 void UIWindow::cancelTouch(UITouch touch) {
     const auto found = touches_.find(touch.identifier);

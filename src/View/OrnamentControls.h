@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include <pelta/Platform/UIControls.h>
 
@@ -17,10 +18,17 @@ struct OrnamentControl {
     CGPoint margins;  ///< Points.
 };
 
+/// The button that leads to the user's location, without an action.
+[[nodiscard]] std::shared_ptr<UIButton> makeLocationButton();
+
+/// Shows pictures on the location button; without an image, the built-in ones.
+void showLocationPictures(UIButton& button, std::optional<UIImage> image, std::optional<UIImage> pressed);
+
 /// The controls of one map view.
 struct OrnamentControls {
     OrnamentControl zoom{nullptr, {}, PgmPosition::centerRight, {8, 0}};
     OrnamentControl location;
+    std::shared_ptr<UIButton> locationButton = makeLocationButton();
     UIEdgeInsets inset;  ///< That had effect when they were placed.
 };
 
@@ -28,7 +36,7 @@ struct OrnamentControls {
 [[nodiscard]] std::shared_ptr<UIView> makeZoomControl(std::function<void()> plus,
                                                       std::function<void()> minus);
 
-/// The button that leads to the user's location. The action must not own it.
-[[nodiscard]] std::shared_ptr<UIView> makeLocationControl(std::function<void()> action);
+/// The location button in a container of its size.
+[[nodiscard]] std::shared_ptr<UIView> makeLocationControl(const std::shared_ptr<UIButton>& button);
 
 }  // namespace pelta

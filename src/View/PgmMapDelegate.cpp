@@ -2,6 +2,10 @@
 
 namespace pelta {
 
+void PgmMapDelegate::mapViewDidFinishLoadingStyle(PgmMapView& /*mapView*/) {}
+
+void PgmMapDelegate::didFailLoadingStyle(PgmMapView& /*mapView*/, std::string_view /*message*/) {}
+
 void PgmMapDelegate::regionWillChangeAnimated(PgmMapView& /*mapView*/, bool /*animated*/,
                                               PgmCameraUpdateReason /*reason*/) {}
 
@@ -20,5 +24,9 @@ void PgmMapDelegate::didLongTapMapView(PgmMapView& /*mapView*/, CLLocationCoordi
 
 void PgmMapDelegate::didUpdateUserLocation(PgmMapView& /*mapView*/,
                                            const std::optional<CLLocation>& /*location*/) {}
+
+void PgmMapDelegate::didFailToLocateUser(PgmMapView& /*mapView*/, CLLocationFailure /*reason*/) {}
+
+void PgmMapDelegate::didChangeUserTrackingMode(PgmMapView& /*mapView*/, PgmUserTrackingMode /*mode*/) {}
 
 }  // namespace pelta

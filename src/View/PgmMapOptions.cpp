@@ -30,4 +30,14 @@ std::shared_ptr<PgmMapOptions> PgmMapOptions::create(
     return options;
 }
 
+void PgmMapOptions::setStyleURL(std::string address) {
+    styleURL_ = std::move(address);
+    styleJSON_.reset();
+}
+
+void PgmMapOptions::setStyleJSON(std::string document) {
+    styleJSON_ = std::move(document);
+    styleURL_.reset();
+}
+
 }  // namespace pelta

@@ -83,7 +83,9 @@ void PgmMapView::completeConstruction(std::string_view className) {
 void PgmMapView::mapViewInit() {
     mapDelegate_->setPgmMapView(sharedThis());
     locationIcon_->setMapview(sharedThis());
-    engine_ = MLNMapView::initWithFrameStyleURL(bounds(), std::string(defaultStyleURL()));
+    const bool hasOwnStyle = startOptions_ && (startOptions_->styleURL() || startOptions_->styleJSON());
+    engine_ = MLNMapView::initWithFrameStyleURL(
+        bounds(), hasOwnStyle ? std::nullopt : std::optional(std::string(defaultStyleURL())));
     shapes_->setEngine(engine_);
     addSubview(engine_);
     fillSuperview(*engine_, *this);
@@ -93,6 +95,17 @@ void PgmMapView::mapViewInit() {
     replaceImage(*engine_->compassView(), "peltamap_compass_normal");
     engine_->setContentInset(engine_->contentInset(), false, [] {});
     recognizersInit();
+    if (hasOwnStyle) {
+        loadStyleOf(*startOptions_);
+    }
+}
+
+void PgmMapView::loadStyleOf(const PgmMapOptions& options) {
+    if (const auto& document = options.styleJSON()) {
+        setStyleJSON(*document);
+    } else if (const auto& address = options.styleURL()) {
+        setStyleURL(*address);
+    }
 }
 
 std::shared_ptr<PgmMapView> PgmMapView::sharedThis() {

@@ -18,7 +18,8 @@ void PgmMapView::controllerInit() {
     controls_->zoom.view = makeZoomControl(acting(&PgmMapView::plusAction), acting(&PgmMapView::minusAction));
     controls_->zoom.view->setIsHidden(!isZoomControlVisible());
     addSubview(controls_->zoom.view);
-    controls_->location.view = makeLocationControl(acting(&PgmMapView::locactionAction));
+    controls_->locationButton->setTouchUpInside(acting(&PgmMapView::locationButtonAction));
+    controls_->location.view = makeLocationControl(controls_->locationButton);
     controls_->location.position = PgmPosition::bottomRight;
     controls_->location.margins = {8, 8};
     controls_->location.view->setIsHidden(!isLocationButtonVisible());
@@ -74,6 +75,13 @@ void PgmMapView::minusAction() {
 
 void PgmMapView::locactionAction() {
     setUserTrackingMode(userTrackingMode());
+}
+
+void PgmMapView::locationButtonAction() {
+    const auto event = locationButtonEvent_;  // It may replace itself.
+    if (!event || !event(*this)) {
+        locactionAction();
+    }
 }
 
 void PgmMapView::handleLogoSingleTap(const UIGestureRecognizer& /*recognizer*/) {
@@ -140,6 +148,10 @@ CGPoint PgmMapView::locationViewMargins() const noexcept {
 void PgmMapView::setLocationViewMargins(CGPoint margins) {
     controls_->location.margins = margins;
     refreshOrnamentConstraints();
+}
+
+void PgmMapView::setLocationButtonImage(std::optional<UIImage> image, std::optional<UIImage> pressed) {
+    showLocationPictures(*controls_->locationButton, std::move(image), std::move(pressed));
 }
 
 }  // namespace pelta

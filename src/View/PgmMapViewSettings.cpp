@@ -20,6 +20,23 @@ MLNUserTrackingMode engineMode(PgmUserTrackingMode mode) {
     fatalError("unexpected user tracking mode " + std::to_string(static_cast<unsigned>(mode)));
 }
 
+/// How the engine shows and follows the user's location at present.
+PgmUserTrackingMode presentMode(const MLNMapView& engine) {
+    if (!engine.showsUserLocation()) {
+        return PgmUserTrackingMode::off;
+    }
+    switch (engine.userTrackingMode()) {
+        case MLNUserTrackingMode::none:
+            return PgmUserTrackingMode::none;
+        case MLNUserTrackingMode::followWithHeading:
+            return PgmUserTrackingMode::followWithHeading;
+        case MLNUserTrackingMode::follow:
+        case MLNUserTrackingMode::followWithCourse:
+            break;
+    }
+    return PgmUserTrackingMode::follow;
+}
+
 /// Hands a value to the engine, if there is one, which is kept for the call: the events it reports may make
 /// the application release the view.
 template <class Value>
@@ -30,6 +47,18 @@ void forward(std::shared_ptr<MLNMapView> engine, void (MLNMapView::*setter)(Valu
 }
 
 }  // namespace
+
+void PgmMapView::setStyleURL(const std::string& address) {
+    if (engine_) {
+        engine_->setStyleURL(address);
+    }
+}
+
+void PgmMapView::setStyleJSON(std::string document) {
+    if (engine_) {
+        engine_->setStyleJSON(std::move(document));
+    }
+}
 
 void PgmMapView::setLatitude(double degrees) {
     settings_.latitude = degrees;
@@ -126,6 +155,7 @@ void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
     settings_.userTrackingMode = mode;
     if (mode == PgmUserTrackingMode::off) {
         forward(engine_, &MLNMapView::setShowsUserLocation, false);
+        tellTrackingMode();
         return;
     }
     const auto tracking = engineMode(mode);
@@ -134,6 +164,15 @@ void PgmMapView::setUserTrackingMode(PgmUserTrackingMode mode) {
         engine->setShowsHeading(true);
         engine->setUserTrackingMode(tracking);
         locationAnnotaionView_->setupView(*locationIcon_);
+        tellTrackingMode();
+    }
+}
+
+void PgmMapView::tellTrackingMode() {
+    const auto mode = engine_ ? presentMode(*engine_) : PgmUserTrackingMode::off;
+    const bool isNew = std::exchange(toldTrackingMode_, mode) != mode;
+    if (const auto told = isNew ? delegate() : nullptr) {
+        told->didChangeUserTrackingMode(*this, mode);
     }
 }
 

@@ -1,7 +1,7 @@
 #include <pelta/View/PgmMapView.h>
 
 #include "View/ShapeRegistry.h"
-#include "View/TapTarget.h"
+#include "View/TapTargets.h"
 
 // Taps and long presses on the map.
 
@@ -47,13 +47,19 @@ void PgmMapView::handleSingleTap(const UIGestureRecognizer& recognizer) {
     }
     const auto self = keepAlive();  // Whoever is told may release the view.
     const CGPoint point = recognizer.locationInView(engine_.get());
-    const auto target = tapTarget(shapes_->shapes(), *engine_, point);
+    const TapTargets targets(shapes_->shapes(), *engine_, point);
+    const auto target = isNearestShapePreferred() ? targets.nearest() : targets.topmost();
     if (target && offerTap(target)) {
         return;
     }
     if (const auto told = delegate()) {
         told->didTapMapView(*this, projection()->latlng(point).value_or(CLLocationCoordinate2D{}));
     }
+}
+
+UIPointerStyle PgmMapView::pointerStyle(CGPoint point) const {
+    const bool isOverTarget = engine_ && TapTargets(shapes_->shapes(), *engine_, point).isDrawnThere();
+    return isOverTarget ? UIPointerStyle::hand : UIPointerStyle::automatic;
 }
 
 void PgmMapView::handleLongTapGesture(const UIGestureRecognizer& recognizer) {

@@ -52,8 +52,21 @@ PgmCameraUpdateReason cameraUpdateReason(MLNCameraChangeReason reason) noexcept 
 
 void PrivateMapDelegate::didFinishLoadingStyle(MLNMapView& /*mapView*/, MLNStyle& style) {
     dPrint("didFinishLoading " + style.description());
-    if (const auto view = pgmMapView_.lock()) {
-        view->shapes_->styleDidLoad(style);
+    const auto view = pgmMapView_.lock();
+    if (!view) {
+        return;
+    }
+    view->shapes_->styleDidLoad(style);
+    if (const auto delegate = view->delegate()) {
+        delegate->mapViewDidFinishLoadingStyle(*view);
+    }
+}
+
+void PrivateMapDelegate::mapViewDidFailLoadingMap(MLNMapView& /*mapView*/, std::string_view message) {
+    printError(message);
+    const auto view = pgmMapView_.lock();
+    if (const auto delegate = view ? view->delegate() : nullptr) {
+        delegate->didFailLoadingStyle(*view, message);
     }
 }
 
@@ -128,9 +141,19 @@ void PrivateMapDelegate::didUpdateUserLocation(MLNMapView& /*mapView*/, const ML
     }
 }
 
+void PrivateMapDelegate::didFailToLocateUser(MLNMapView& /*mapView*/, CLLocationFailure reason) {
+    const auto view = pgmMapView_.lock();
+    if (const auto delegate = view ? view->delegate() : nullptr) {
+        delegate->didFailToLocateUser(*view, reason);
+    }
+}
+
 void PrivateMapDelegate::didChangeUserTrackingMode(MLNMapView& /*mapView*/, MLNUserTrackingMode mode,
                                                    bool /*animated*/) {
     dPrint("mode " + std::to_string(static_cast<unsigned>(mode)));
+    if (const auto view = pgmMapView_.lock()) {
+        view->tellTrackingMode();
+    }
 }
 
 std::shared_ptr<MLNAnnotationView> PrivateMapDelegate::viewForAnnotation(MLNMapView& /*mapView*/,

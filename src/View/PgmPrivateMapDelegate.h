@@ -16,6 +16,7 @@ class PrivateMapDelegate final : public MLNMapViewDelegate {
     void setPgmMapView(std::weak_ptr<PgmMapView> mapView) { pgmMapView_ = std::move(mapView); }
 
     void didFinishLoadingStyle(MLNMapView& mapView, MLNStyle& style) override;
+    void mapViewDidFailLoadingMap(MLNMapView& mapView, std::string_view message) override;
     void regionWillChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
     void regionIsChanging(MLNMapView& mapView, MLNCameraChangeReason reason) override;
     void regionDidChange(MLNMapView& mapView, MLNCameraChangeReason reason, bool animated) override;
@@ -23,6 +24,7 @@ class PrivateMapDelegate final : public MLNMapViewDelegate {
     void mapViewWillStartRenderingFrame(MLNMapView& mapView) override;
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
+    void didFailToLocateUser(MLNMapView& mapView, CLLocationFailure reason) override;
     void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated) override;
     [[nodiscard]] std::shared_ptr<MLNAnnotationView> viewForAnnotation(
         MLNMapView& mapView, const MLNAnnotation& annotation) override;

@@ -193,15 +193,23 @@ test('the halo pulses, and stands still where less motion is preferred', async (
     assert.deepEqual(stage.errors, []);
 });
 
-test('without permission nothing is shown, and one line says why', async () => {
-    const stage = await studio.open({ permissions: [] });
-    const lines = [];
-    stage.page.on('console', (message) => lines.push(message.text()));
-    await stage.openMap();
-    await stage.run('setLogging', true);
-    await stage.run('follow', 0, 2);
-    await stage.page.waitForTimeout(500);
-    assert.equal(lines.filter((line) => line.includes('location is not known')).length, 1, lines.join('\n'));
-    assert.equal(await dot(stage).count(), 0);
-    assert.deepEqual(stage.errors, []);
-});
+for (const [what, reason, setting] of [
+    ['without permission', 'denied', () => {}],
+    ['in a browser without a location service', 'unavailable', () => Object.defineProperty(navigator, 'geolocation', { value: undefined })],
+]) {
+    test(`${what} nothing is shown, one line says why, and the application hears it once`, async () => {
+        const stage = await studio.open({ permissions: [] });
+        const lines = [];
+        stage.page.on('console', (message) => lines.push(message.text()));
+        await stage.openMap();
+        await stage.page.evaluate(setting);
+        await stage.run('setLogging', true);
+        await stage.run('listenToTaps', 0);
+        await stage.run('follow', 0, 2);
+        await stage.page.waitForTimeout(500);
+        assert.equal(lines.filter((line) => line.includes('location is not known')).length, 1, lines.join('\n'));
+        assert.equal(await stage.run('takeTaps'), reason);
+        assert.equal(await dot(stage).count(), 0);
+        assert.deepEqual(stage.errors, []);
+    });
+}

@@ -166,3 +166,35 @@ test('a tilted and turned camera draws shapes where it says they are', async () 
     assert.ok(isNear(picture.at(middle.x, middle.y), green));
     assert.ok(circle.right - circle.left > 1.2 * (circle.bottom - circle.top), 'foreshortened');
 });
+
+/** The corners of a square about a place, `half` points to each side. */
+const square = ([latitude, longitude], half) =>
+    [[-1, -1], [-1, 1], [1, 1], [1, -1]].map(([y, x]) => [latitude + y * half * degree, longitude + x * half * degree]);
+
+test('holes show what lies below, are outlined, and can be changed', async () => {
+    const stage = await studio.open({ scale: 2 });
+    await stage.openMap();
+    const west = [0, -100 * degree];
+    const east = [0, 100 * degree];
+    const look = { fill: green, stroke: blue, strokeWidth: 6 };
+    const [first] = await stage.act([
+        ['addPolygon', { ...look, ring: square(west, 80), holes: [square(west, 40), square([0, -160 * degree], 10)] }],
+        ['addPolygon', { ...look, ring: square(east, 80), holes: [square(east, 50), square(east, 20)] }],
+    ]);
+    const check = (picture, places) => {
+        for (const [x, y, color, what] of places) {
+            assert.ok(isNear(picture.at(x, y), color), `${what}: ${picture.at(x, y)} instead of ${color}`);
+        }
+    };
+    const large = [[100, 150, ground, 'hole'], [135, 185, ground, 'its corner'], [60, 150, blue, 'its outline'], [140, 150, blue, 'its outline']];
+    const small = [[40, 150, ground, 'second hole'], [30, 150, blue, 'its outline'], [75, 90, green, 'area']];
+    check(await stage.picture('holes'), [
+        ...large, ...small, [20, 150, blue, 'outer outline'], [10, 150, ground, 'outside'],
+        [265, 150, ground, 'hole of the other area'], [225, 150, green, 'the other area'],
+    ]);
+    await stage.act([['change', first, { holes: [] }]]);
+    check(await stage.picture('holes-gone'), [[100, 150, green, 'filled'], [60, 150, green, 'no outline'], [40, 150, green, 'filled']]);
+    await stage.act([['change', first, { holes: [square(west, 40)] }]]);
+    check(await stage.picture('holes-back'), [...large, [40, 150, green, 'one hole less']]);
+    assert.deepEqual(stage.errors, []);
+});

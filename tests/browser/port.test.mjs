@@ -18,11 +18,15 @@ const styleOf = (color) => plainStyle.replace('200,220,230', color.join(','));
 test('a style that cannot be had tells why, and the empty map still pans and shows shapes once a style comes', async () => {
     const stage = await studio.open();
     const map = await stage.run('openMap', 0, 0, 400, 300, 'no-such-style.json');
+    const lines = [];
+    stage.page.on('console', (message) => lines.push(message.text()));
+    const told = (reason) => lines.filter((line) => line.startsWith('Pelta: ') && reason.test(line)).length;
     await stage.run('look', map, 0, 0, 10, 0, 0);
     await stage.run('addMarker', spot);
     await stage.page.waitForFunction(() => globalThis.pelta.state(0).failure !== '');
     const { failure } = await stage.run('state', map);
     assert.match(failure, /no-such-style\.json.*404/);
+    assert.equal(told(/no-such-style\.json.*404/), 1, `one line of the console: ${lines.join('\n')}`);
     await stage.page.mouse.move(200, 150);
     await stage.page.mouse.down();
     await stage.page.mouse.move(210, 150);
@@ -41,6 +45,10 @@ test('a style that cannot be had tells why, and the empty map still pans and sho
         await stage.run('setStyle', map, style);
         await stage.page.waitForFunction((text) => globalThis.pelta.state(0).failure !== text, failure);
         assert.match((await stage.run('state', map)).failure, reason);
+        assert.ok(told(reason) > 0, 'in the console');
+        await stage.page.waitForTimeout(200);
+        const after = await stage.picture('style-kept');
+        assert.ok(isNear(after.at(place.x, place.y), blue) && isNear(after.at(20, 20), ground), 'the style before it stays');
     }
 });
 

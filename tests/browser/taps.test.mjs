@@ -1,7 +1,7 @@
 // Taps on the real engine, and the controls over the map.
 import assert from 'node:assert/strict';
 import { after, before, test } from 'node:test';
-import { assertNear, openStudio } from './support/page.mjs';
+import { assertNear, degree, openStudio } from './support/page.mjs';
 import { isNear } from './support/picture.mjs';
 
 let studio;
@@ -230,4 +230,67 @@ test('ornaments keep their corners, and are crisp', async () => {
         await stage.page.mouse.up();
         assert.deepEqual(stage.errors, []);
     }
+});
+
+const pin = (x, y, more) => ({
+    at: [-y * degree, x * degree], width: 20, height: 20, anchor: [0.5, 0.5], color: [0, 0, 255], spot: [255, 0, 0], ...more,
+});
+const line = (y, more) => ({ through: [[-y * degree, -150 * degree], [-y * degree, 150 * degree]], ...more });
+
+test('of shapes that crowd together the one on top is asked, or the nearest', async () => {
+    const stage = await openListening();
+    const cases = [
+        [[['addMarker', pin(2, 0)], ['addMarker', pin(15, 0)]], '0', '1', 'the lower holds the point'],
+        [[['addMarker', pin(0, 0)], ['addMarker', pin(5, 0)]], '1', '1', 'both hold it'],
+        [[['addMarker', pin(12, 0)], ['addMarker', pin(-14, 0)]], '0', '1', 'neither holds it'],
+        [[['addMarker', pin(15, 0)], ['addPolyline', line(2)]], '1', '0', 'line nearer'],
+        [[['addMarker', pin(0, -22, { title: 'title' })], ['addMarker', pin(14, 0)]], '0', '1', 'the title holds it'],
+        [[['addMarker', pin(15, 0)], ['addCircle', { at: [0, 0], radius: 3000, globalZIndex: 3000 }]], '0', '1', 'areas last'],
+    ];
+    for (const [commands, nearest, topmost, what] of cases) {
+        const shapes = await stage.act(commands);
+        for (const [index, shape] of shapes.entries()) {
+            await stage.run('makeTouchable', shape, String(index), true);
+        }
+        for (const [isPreferred, wanted] of [[true, nearest], [false, topmost]]) {
+            await stage.run('preferNearest', 0, isPreferred);
+            await stage.page.mouse.click(200, 150);
+            assert.equal(await heard(stage), wanted, `${what}, ${isPreferred ? 'nearest' : 'topmost'}`);
+        }
+        await stage.act(shapes.map((shape) => ['removeShape', shape]));
+    }
+    assert.deepEqual(stage.errors, []);
+});
+
+test('the pointer is a hand over what takes taps, and a tap in the middle of a hole goes to the map', async () => {
+    const stage = await openListening();
+    const square = (half) => [[-half, -half], [-half, half], [half, half], [half, -half]].map((pair) => pair.map((each) => each * degree));
+    const [area] = await stage.act([['addPolygon', { ring: square(80), holes: [square(40)] }]]);
+    const hands = async (places) => {
+        for (const [x, y, isHand, what] of places) {
+            await stage.page.mouse.move(x, y);
+            const cursor = await stage.page.evaluate(([left, top]) => getComputedStyle(document.elementFromPoint(left, top)).cursor, [x, y]);
+            assert.equal(cursor === 'pointer', isHand, `${what}: ${cursor}`);
+        }
+    };
+    await hands([[260, 150, false, 'an area that takes no taps']]);
+    await stage.run('makeTouchable', area, 'area', true);
+    await stage.run('showControls', 0);
+    await stage.page.waitForTimeout(100);
+    const button = await place(stage, 'Zoom in');
+    await hands([
+        [260, 150, true, 'area'], [200, 150, false, 'hole'], [237, 150, false, 'hole near its edge'], [243, 150, true, 'area again'],
+        [290, 150, false, 'outside'], [button.x + 5, button.y + 5, true, 'button'], [100, 20, false, 'map'],
+    ]);
+    for (const [x, wanted] of [[260, 'area'], [200, 'tap'], [210, 'tap'], [225, 'area']]) {
+        await stage.page.mouse.click(x, 150);
+        assert.equal(await heard(stage), wanted, `at ${x}`);
+    }
+    await stage.page.mouse.move(260, 150);
+    await stage.page.mouse.down();
+    await stage.page.mouse.move(270, 160, { steps: 3 });
+    const dragging = await stage.page.evaluate(() => getComputedStyle(document.elementFromPoint(270, 160)).cursor);
+    assert.notEqual(dragging, 'pointer', 'while the map is dragged');
+    await stage.page.mouse.up();
+    assert.deepEqual(stage.errors, []);
 });

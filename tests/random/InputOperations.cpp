@@ -50,7 +50,7 @@ void reportHeading(World& world, const Operation& operation) {
 }
 
 void reportFailure(World& world, const Operation& operation) {
-    world.port.reportLocationFailure(textAt(operation, 0));
+    world.port.reportLocationFailure(CLLocationFailure::denied, textAt(operation, 0));
 }
 
 void pass(World& world, const Operation& operation) {

@@ -154,6 +154,15 @@ std::vector<SharedCase> lineAndAreaCases() {
             return made;
         };
     };
+    const auto holed = [](double strokeWidth, const std::vector<PgmPolygon::Ring>& holes) {
+        return [strokeWidth, holes]() -> std::shared_ptr<PgmShape> {
+            auto made = PgmPolygon::create(square(80));
+            made->setStrokeWidth(strokeWidth);
+            made->setHoles(holes);
+            return made;
+        };
+    };
+    const PgmPolygon::Ring crossing{beside(60, -20), beside(120, -20), beside(120, 20), beside(60, 20)};
     const std::vector<CLLocationCoordinate2D> notched{beside(-80, -60), beside(80, -60), beside(80, 60),
                                                       beside(0, -20), beside(-80, 60)};
     return {
@@ -164,6 +173,16 @@ std::vector<SharedCase> lineAndAreaCases() {
                   {{200, 200, "a"}, {130, 120, "a"}, {270, 120, "a"}, {200, 120, ""}, {110, 150, ""}}),
         shapeCase("features_area_outline", area(20, square(60)),
                   {{133, 150, "a"}, {200, 217, "a"}, {124, 150, ""}, {200, 226, ""}}),
+        shapeCase("features_holes_and_their_outlines", holed(10, {square(60), square(30)}),
+                  {{200, 150, "a"},
+                   {233, 150, "a"},
+                   {245, 150, ""},
+                   {256, 150, "a"},
+                   {270, 150, "a"},
+                   {283, 150, "a"},
+                   {290, 150, ""}}),
+        shapeCase("features_hole_across_the_ring", holed(0, {crossing}),
+                  {{200, 150, "a"}, {270, 150, ""}, {300, 150, "a"}, {300, 180, ""}, {270, 180, "a"}}),
         shapeCase("features_circle",
                   []() -> std::shared_ptr<PgmShape> {
                       return PgmCircle::create({0, 0}, 80 * step * 6378137 * 3.14159265358979323846 / 180);

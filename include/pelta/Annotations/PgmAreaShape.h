@@ -11,8 +11,8 @@
 
 namespace pelta {
 
-/// What polygons and circles have in common: an area within one ring, filled and outlined, under the labels
-/// of the base map.
+/// What polygons and circles have in common: an area within one ring, filled and outlined together with its
+/// holes, under the labels of the base map.
 class PgmAreaShape : public PgmShape {
  public:
     /// White at first.
@@ -42,8 +42,10 @@ class PgmAreaShape : public PgmShape {
     /// An area without a ring.
     explicit PgmAreaShape(UIColor fillColor) noexcept : fillColor_(fillColor) {}
 
-    /// Makes the feature from a ring, closed or not, and has the map take it over at the next frame.
-    void setRing(const std::vector<CLLocationCoordinate2D>& ring);
+    /// Makes the feature from a ring and those of its holes, closed or not, and has the map take it over at
+    /// the next frame.
+    void setRing(const std::vector<CLLocationCoordinate2D>& ring,
+                 const std::vector<std::vector<CLLocationCoordinate2D>>& holes = {});
     /// Forgets the feature and has the map take that over at the next frame.
     void clearRing();
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include <pelta/Engine/MLNTypes.h>
+#include <pelta/Platform/CoreLocation.h>
 
 namespace pelta {
 
@@ -45,6 +46,9 @@ class MLNMapViewDelegate {
 
     /// The user's position has been measured anew.
     virtual void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation);
+    /// The user's position cannot be had. Not told again for the same reason until a position has come or the
+    /// position has been hidden and is shown anew.
+    virtual void didFailToLocateUser(MLNMapView& mapView, CLLocationFailure reason);
     /// How the camera follows the user has changed, also when a gesture or a camera move ended the following.
     virtual void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated);
 

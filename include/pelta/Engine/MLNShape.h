@@ -62,8 +62,8 @@ class MLNShape {
     ///
     /// A point is a point. A line needs two different places on the map, an area three that are not on one
     /// line and a ring that is more than a way there and back; an area without an inside is drawn as what is
-    /// left of it, the line of its closed ring. Nothing where a coordinate is not finite, where all are one
-    /// place, and for collections, whose members are drawn.
+    /// left of it, the line of its closed ring. Nothing where a coordinate is not finite, one of a hole
+    /// included, where all are one place, and for collections, whose members are drawn.
     [[nodiscard]] virtual std::optional<MLNShapeKind> drawnKind() const noexcept = 0;
 
     /// For ports: a number that no other shape and no other state of this shape has had.
@@ -122,21 +122,27 @@ class MLNPolylineFeature final : public MLNShape {
     std::optional<MLNShapeKind> drawnKind_;
 };
 
-/// An area within one ring, which stays as it is; the ring closes itself when its ends differ.
+/// An area within one ring but for its holes. Rings stay as they are, and close themselves when their ends
+/// differ. Where rings overlap, what lies within an odd number of them is inside.
 class MLNPolygonFeature final : public MLNShape {
  public:
-    /// An area within a ring of coordinates, degrees.
+    /// Coordinates in degrees.
+    using Ring = std::vector<CLLocationCoordinate2D>;
+
+    /// @param coordinates  the outer ring.
+    /// @param holes        rings of what is left out; those without three different places are dropped.
     [[nodiscard]] static std::shared_ptr<MLNPolygonFeature> polygonWithCoordinates(
-        std::vector<CLLocationCoordinate2D> coordinates);
+        Ring coordinates, std::vector<Ring> holes = {});
     [[nodiscard]] MLNShapeKind kind() const noexcept override { return MLNShapeKind::polygon; }
     [[nodiscard]] std::optional<MLNShapeKind> drawnKind() const noexcept override { return drawnKind_; }
-    /// The ring, degrees.
-    [[nodiscard]] const std::vector<CLLocationCoordinate2D>& coordinates() const noexcept {
-        return coordinates_;
-    }
+    /// The outer ring.
+    [[nodiscard]] const Ring& coordinates() const noexcept { return coordinates_; }
+    /// The rings of the holes, each with three different places.
+    [[nodiscard]] const std::vector<Ring>& holes() const noexcept { return holes_; }
 
  private:
-    std::vector<CLLocationCoordinate2D> coordinates_;
+    Ring coordinates_;
+    std::vector<Ring> holes_;
     std::optional<MLNShapeKind> drawnKind_;
 };
 

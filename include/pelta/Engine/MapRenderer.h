@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -46,8 +47,6 @@ class MapRendererHost {
 
     /// The document handed over with `applyStyle` is in place and takes layers, sources and images.
     virtual void rendererDidLoadStyle() = 0;
-    /// The document handed over cannot be used; the renderer shows an empty map.
-    virtual void rendererDidFailLoadingStyle(std::string_view message) = 0;
 
     /// A gesture begins to move the camera. Ends a transition that is under way.
     virtual void gestureWillBegin(MLNCameraChangeReason reason, bool animated) = 0;
@@ -95,10 +94,12 @@ class MapRenderer {
     /// are not wrapped, latitudes end at ±90. Non-finite input gives the camera's centre.
     [[nodiscard]] virtual CLLocationCoordinate2D coordinateForPoint(CGPoint point) const = 0;
 
-    /// Starts to load a document in place of the present one. Answers later with `rendererDidLoadStyle` or
-    /// `rendererDidFailLoadingStyle`, once; a newer document silences the older one. The layers, sources and
-    /// images added before are gone with the old document; the map view commits them anew.
-    virtual void applyStyle(const StyleDocument& document) = 0;
+    /// Starts to load a document in place of the present one. Answers later with `rendererDidLoadStyle`, once;
+    /// a newer document silences the older one. The layers, sources and images added before are gone with the
+    /// old document; the map view commits them anew.
+    ///
+    /// @return why the document cannot be drawn, in which case nothing has changed; absent when it can.
+    [[nodiscard]] virtual std::optional<std::string> applyStyle(const StyleDocument& document) = 0;
     /// Takes a frame's changes of the model. Called only while a document is in place, at most once a frame;
     /// `style` holds the model as it is to be drawn, the document's layers included.
     virtual void commit(const MLNStyle& style, const MLNStyleChanges& changes) = 0;

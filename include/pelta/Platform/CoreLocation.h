@@ -37,6 +37,12 @@ struct CLHeading {
     friend bool operator==(const CLHeading&, const CLHeading&) = default;
 };
 
+/// Why the user's position cannot be had.
+enum class CLLocationFailure : unsigned {
+    denied = 0,      ///< The user, or the system, has refused permission.
+    unavailable = 1  ///< There is no device for it, or it cannot tell at present.
+};
+
 /// Receives what a `LocationSource` reports, on the main thread.
 class LocationObserver {
  public:
@@ -45,8 +51,8 @@ class LocationObserver {
     virtual void locationDidUpdate(const CLLocation& location) = 0;
     /// A new heading, finite numbers in any case.
     virtual void headingDidUpdate(const CLHeading& heading) = 0;
-    /// The source cannot report, for example because permission was refused. `reason` is for the log.
-    virtual void locationDidFail(std::string_view reason) = 0;
+    /// The source cannot report, perhaps said again and again. `reason` is for the log.
+    virtual void locationDidFail(CLLocationFailure failure, std::string_view reason) = 0;
 };
 
 /// The port's one source of the user's position. Main thread only.

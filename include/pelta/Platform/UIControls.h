@@ -76,6 +76,8 @@ class UIButton : public UIView {
     [[nodiscard]] UIControlState state() const noexcept;
 
     void touchDidChange(const UITouch& touch) override;
+    /// A hand while enabled.
+    [[nodiscard]] UIPointerStyle pointerStyle(CGPoint point) const override;
     [[nodiscard]] bool keepsTouchesFromSuperviews() const override { return true; }
     [[nodiscard]] ViewContent content() const override;
 

@@ -45,6 +45,12 @@ struct DrawnContent {
     unsigned revision = 0;  ///< A new number asks for a new drawing.
 };
 
+/// What a mouse's pointer looks like.
+enum class UIPointerStyle : unsigned {
+    automatic = 0,  ///< As the port likes it.
+    hand = 1        ///< A hand, which says that a press does something.
+};
+
 /// What a port shows inside a view's rectangle, above its background and below its subviews.
 using ViewContent = std::variant<std::monostate, PictureContent, TextContent, SurfaceContent, DrawnContent>;
 
@@ -161,6 +167,8 @@ class UIView : public std::enable_shared_from_this<UIView> {
     [[nodiscard]] virtual bool keepsTouchesFromSuperviews() const { return false; }
     /// Called for every touch that began on this view, recognisers or not.
     virtual void touchDidChange(const UITouch& touch);
+    /// What a mouse's pointer looks like over a point of this view; `automatic` leaves it to the superview.
+    [[nodiscard]] virtual UIPointerStyle pointerStyle(CGPoint point) const;
 
     /// The view's own layer, for sublayers and animations behind the content.
     [[nodiscard]] const std::shared_ptr<CALayer>& layer();

@@ -21,6 +21,10 @@ class UIWindow : public UIView {
     /// @return true when a view other than a map surface's own took it, so that the engine should not.
     bool deliverTouch(const UITouch& touch);
 
+    /// For ports: what a mouse's pointer looks like at a point of the window, by the frontmost view there and
+    /// then those that hold it.
+    [[nodiscard]] UIPointerStyle pointerStyleAt(CGPoint location);
+
  private:
     struct Listener {
         std::weak_ptr<UIGestureRecognizer> recognizer;

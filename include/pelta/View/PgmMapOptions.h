@@ -1,6 +1,8 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
 #include <pelta/Geometry/PgmCameraPosition.h>
 
@@ -24,6 +26,19 @@ class PgmMapOptions {
     /// First camera; null leaves the map where it starts.
     [[nodiscard]] const std::shared_ptr<PgmCameraPosition>& camera() const noexcept { return camera_; }
     void setCamera(std::shared_ptr<PgmCameraPosition> camera) noexcept { camera_ = std::move(camera); }
+
+    /// @name Style
+    /// What the map is drawn by from the start, instead of the default style, which is then never fetched. An
+    /// address and a document's text exclude each other: setting one forgets the other. What cannot be loaded
+    /// leaves the map empty, as `PgmMapDelegate::didFailLoadingStyle` tells.
+    /// @{
+    /// Address of a style document, absent at first; see `PgmMapView::setStyleURL`.
+    [[nodiscard]] const std::optional<std::string>& styleURL() const noexcept { return styleURL_; }
+    void setStyleURL(std::string address);
+    /// A style document itself, absent at first; see `PgmMapView::setStyleJSON`.
+    [[nodiscard]] const std::optional<std::string>& styleJSON() const noexcept { return styleJSON_; }
+    void setStyleJSON(std::string document);
+    /// @}
 
     /// @name Ornaments
     /// @{
@@ -79,6 +94,8 @@ class PgmMapOptions {
 
  private:
     std::shared_ptr<PgmCameraPosition> camera_;
+    std::optional<std::string> styleURL_;
+    std::optional<std::string> styleJSON_;
     bool isScaleBarVisible_ = true;
     bool isCompassVisible_ = true;
     bool isZoomControlVisible_ = false;

@@ -29,7 +29,7 @@ struct OrnamentControls;
 
 /// A map in a view hierarchy: the application's way to the camera, the gestures and the shapes on it.
 ///
-/// Made with `create`, or with `make<T>` for subclasses; it loads the default style by itself. Setters store
+/// Made with `create`, or with `make<T>` for subclasses; it loads its first style by itself. Setters store
 /// the value, which is what the getter answers, and hand it to the engine's map view, which keeps its own
 /// limits; a new view has not told the engine any of its defaults. Numbers that are not finite are stored but
 /// ignored by the engine. Main thread only, but for `addShape` and `removeShape`.
@@ -72,6 +72,26 @@ class PgmMapView : public UIView {
     /// `delegate`; for a cluster manager. Held weakly.
     [[nodiscard]] std::shared_ptr<PgmMapDelegate> clusterDelegate() const { return clusterDelegate_.lock(); }
     void setClusterDelegate(const std::shared_ptr<PgmMapDelegate>& delegate) { clusterDelegate_ = delegate; }
+    /// @}
+
+    /// @name Style
+    /// What the map is drawn by: a document in the MapLibre style format, version 8. Shapes and camera stay
+    /// when it changes.
+    /// @{
+    /// Loads a style in place of the present one, which stays until the new one has come, and stays if that
+    /// fails. The delegate hears how it ended, never before this returns. Of styles set one after another
+    /// only the last is answered. Nothing happens before `completeConstruction`; see
+    /// `PgmMapOptions::setStyleURL`.
+    ///
+    ///     map->setStyleURL("styles/dark.json");
+    ///
+    /// @param address  of the document, absolute or relative to the application's place. Addresses within the
+    ///                 document are relative to the document.
+    void setStyleURL(const std::string& address);
+    /// The same for a document that is at hand; addresses within it are relative to the application's place.
+    ///
+    /// @param document  JSON in UTF-8.
+    void setStyleJSON(std::string document);
     /// @}
 
     /// @name Camera
@@ -177,6 +197,27 @@ class PgmMapView : public UIView {
     /// Points from the edges at which the location button stands, (8, 8) at first.
     [[nodiscard]] CGPoint locationViewMargins() const noexcept;
     void setLocationViewMargins(CGPoint margins);
+    /// Answers true when it has dealt with the press.
+    using LocationButtonEvent = std::function<bool(PgmMapView&)>;
+    /// What a press of the location button asks before anything else; empty at first.
+    [[nodiscard]] const LocationButtonEvent& locationButtonEvent() const noexcept {
+        return locationButtonEvent_;
+    }
+    /// With an event that answers true the button does nothing of its own, with any other, and with none, it
+    /// does what `locactionAction` does, which asks no event.
+    ///
+    ///     map->setLocationButtonEvent([](PgmMapView& map) {
+    ///         const bool isOff = map.userTrackingMode() == PgmUserTrackingMode::off;
+    ///         map.setUserTrackingMode(isOff ? PgmUserTrackingMode::follow : PgmUserTrackingMode::off);
+    ///         return true;
+    ///     });
+    void setLocationButtonEvent(LocationButtonEvent event) { locationButtonEvent_ = std::move(event); }
+    /// Shows another picture on the location button, such as one for each state of the following. The button
+    /// keeps its size; the picture stands in its middle at a size of its own.
+    ///
+    /// @param image    absent: the built-in pictures are back.
+    /// @param pressed  while the button is pressed; absent: `image` then too.
+    void setLocationButtonImage(std::optional<UIImage> image, std::optional<UIImage> pressed = std::nullopt);
     /// Places a view that the application has added to this one as the map's own controls are placed: within
     /// the safe area, moved inwards by the content inset. It stays there until this is called again, as
     /// after a change of the inset, or of the size while the inset is too large for it. Nothing happens
@@ -227,18 +268,34 @@ class PgmMapView : public UIView {
     /// @name Taps
     /// What the engine view's recognisers call, once the double tap has been ruled out.
     /// @{
+    /// Whether a tap goes to the nearest shape instead of the topmost, false at first.
+    [[nodiscard]] bool isNearestShapePreferred() const noexcept { return settings_.isNearestShapePreferred; }
+    /// Lets each of many shapes that crowd together be tapped. Of those with a `touchEvent` that are drawn
+    /// within 22 points of a tap, one is asked all the same: the topmost symbol whose picture or title holds
+    /// the tapped point; else the symbol or line that is nearest to it, by the sides of the smallest square
+    /// about the point that it reaches into, to a quarter of a point; else the topmost area. Of equally near
+    /// ones the topmost is asked. The outline of an area counts as the area.
+    ///
+    ///     map->setIsNearestShapePreferred(true);  // pins in a city
+    void setIsNearestShapePreferred(bool preferred) noexcept {
+        settings_.isNearestShapePreferred = preferred;
+    }
     /// Offers a tap that has ended to the topmost shape with a `touchEvent` that is drawn within 22 points of
-    /// it; where there is none, or it declines, the delegate is told.
+    /// it, or the nearest; where there is none, or it declines, the delegate is told.
     void handleSingleTap(const UIGestureRecognizer& recognizer);
     /// Tells the delegate of a long press that has begun; shapes are not asked.
     void handleLongTapGesture(const UIGestureRecognizer& recognizer);
     /// Notes a tap on the logo in the log while `isLogoClickEnabled`.
     void handleLogoSingleTap(const UIGestureRecognizer& recognizer);
+    /// A hand over what is drawn of a shape with a `touchEvent`.
+    [[nodiscard]] UIPointerStyle pointerStyle(CGPoint point) const override;
     /// @}
 
     /// @name User location
     /// @{
-    /// `off` at first.
+    /// The mode that was set last, `off` at first. A pan ends the following and leaves this value, so that
+    /// the location button takes the following up again; how the location is followed now is told to
+    /// `PgmMapDelegate::didChangeUserTrackingMode`.
     [[nodiscard]] PgmUserTrackingMode userTrackingMode() const noexcept { return settings_.userTrackingMode; }
     /// Shows the user's location and follows it as the mode says; `off` hides it. Setting the present mode
     /// takes it up anew, and leads a camera that has moved away back. A value that is none of the enumeration
@@ -306,7 +363,7 @@ class PgmMapView : public UIView {
     /// none.
     [[nodiscard]] const std::optional<std::string>& first_symobol_id() const noexcept;
     /// Takes over the options' values one by one: the camera, then the flags and limits in the order of
-    /// `PgmMapOptions` (the logo's excepted), then `updateOptions`.
+    /// `PgmMapOptions` (the logo's excepted), then `updateOptions`. The style is for new maps alone.
     void applyMapOptions(const PgmMapOptions& options);
     /// Sets the engine's camera to what it is, so that new limits take effect.
     void updateOptions();
@@ -336,10 +393,15 @@ class PgmMapView : public UIView {
         bool isRotateGesturesEnabled = true;
         bool isTiltGesturesEnabled = true;
         bool isLogoClickEnabled = true;
+        bool isNearestShapePreferred = false;
         CGFloat decelerationRate = GestureSettings{}.decelerationRate;
     };
 
+    /// Tells the delegate how the user's location is followed, if that is another way than it was told last.
+    void tellTrackingMode();
+    void locationButtonAction();
     void mapViewInit();
+    void loadStyleOf(const PgmMapOptions& options);
     void recognizersInit();
     void controllerInit();
     [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
@@ -357,6 +419,8 @@ class PgmMapView : public UIView {
     std::shared_ptr<PgmLocationIcon> locationIcon_;
     std::weak_ptr<PgmMapDelegate> delegate_;
     std::weak_ptr<PgmMapDelegate> clusterDelegate_;
+    LocationButtonEvent locationButtonEvent_;
+    PgmUserTrackingMode toldTrackingMode_ = PgmUserTrackingMode::off;
     Settings settings_;
 };
 

@@ -64,7 +64,7 @@ CLLocationCoordinate2D HeadlessMapRenderer::coordinateForPoint(CGPoint point) co
     return transform_.coordinateForPoint(point);
 }
 
-void HeadlessMapRenderer::applyStyle(const StyleDocument& /*document*/) {
+std::optional<std::string> HeadlessMapRenderer::applyStyle(const StyleDocument& /*document*/) {
     isLoading_ = true;
     ++latestLoad_;
     MainQueue::async([self = std::weak_ptr(self_), load = latestLoad_] {
@@ -73,6 +73,7 @@ void HeadlessMapRenderer::applyStyle(const StyleDocument& /*document*/) {
             (*renderer)->finishLoading();
         }
     });
+    return std::nullopt;
 }
 
 void HeadlessMapRenderer::finishLoading() {

@@ -33,7 +33,7 @@ class HeadlessMapRenderer final : public MapRenderer {
     [[nodiscard]] CGPoint pointForCoordinate(CLLocationCoordinate2D coordinate) const override;
     [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint point) const override;
 
-    void applyStyle(const StyleDocument& document) override;
+    [[nodiscard]] std::optional<std::string> applyStyle(const StyleDocument& document) override;
     void commit(const MLNStyle& style, const MLNStyleChanges& changes) override;
     void drawFrame() override;
     [[nodiscard]] bool isSettled() const override { return !isLoading_; }

@@ -211,8 +211,8 @@ void HeadlessPort::reportHeading(const CLHeading& heading) {
     implementation_->platform.locations().report(heading);
 }
 
-void HeadlessPort::reportLocationFailure(std::string_view reason) {
-    implementation_->platform.locations().reportFailure(reason);
+void HeadlessPort::reportLocationFailure(CLLocationFailure failure, std::string_view reason) {
+    implementation_->platform.locations().report(failure, reason);
 }
 
 bool HeadlessPort::isLocationObserved() const {

@@ -164,7 +164,7 @@ bool MapFeatureQuery::isHit(const MapFillProperties& /*layer*/, const MapSceneSo
     return source.feature(feature).drawnKind() == MLNShapeKind::polygon &&
            isTrueInSomeCopy(box, 0, [&](double copy) {
                return box.shiftedBy(copy).isNear(groundBox_, 0) &&
-                      doesAreaTouchQuad(source.ground(feature), groundSeenFrom(copy));
+                      doesAreaTouchQuad(source.rings(feature), groundSeenFrom(copy));
            });
 }
 
@@ -177,8 +177,13 @@ bool MapFeatureQuery::isHit(const MapLineProperties& layer, const MapSceneSource
     }
     const MapBox& box = source.box(feature);
     return isTrueInSomeCopy(box, halfWidth, [&](double copy) {
-        return box.shiftedBy(copy).isNear(groundBox_, halfWidth) &&
-               isLineNearQuad(source.ground(feature), groundSeenFrom(copy), halfWidth);
+        if (!box.shiftedBy(copy).isNear(groundBox_, halfWidth)) {
+            return false;
+        }
+        const auto lines = source.rings(feature);
+        const MapQuad quad = groundSeenFrom(copy);
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](MapLine line) { return isLineNearQuad(line, quad, halfWidth); });
     });
 }
 

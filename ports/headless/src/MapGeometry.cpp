@@ -97,12 +97,15 @@ bool isLineNearQuad(std::span<const CGPoint> line, const MapQuad& quad, double d
     return line.size() == 1 && isSegmentNearQuad({line[0], line[0]}, quad, distance);
 }
 
-bool doesAreaTouchQuad(std::span<const CGPoint> ring, const MapQuad& quad) noexcept {
-    if (ring.empty()) {
-        return false;
+bool doesAreaTouchQuad(std::span<const MapLine> rings, const MapQuad& quad) noexcept {
+    bool isCornerInside = false;
+    for (const MapLine ring : rings) {
+        if (isLineNearQuad(ring, quad, 0) || isSegmentNearQuad({ring.back(), ring.front()}, quad, 0)) {
+            return true;
+        }
+        isCornerInside ^= contains(ring, quad[0]);
     }
-    return contains(ring, quad[0]) || isLineNearQuad(ring, quad, 0) ||
-           isSegmentNearQuad({ring.back(), ring.front()}, quad, 0);
+    return isCornerInside;
 }
 
 }  // namespace pelta

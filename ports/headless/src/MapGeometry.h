@@ -28,8 +28,11 @@ struct MapBox {
 [[nodiscard]] bool isLineNearQuad(std::span<const CGPoint> line, const MapQuad& quad,
                                   double distance) noexcept;
 
-/// True when the area of a ring and the quad share a point. The ring closes itself; where it crosses itself
-/// the even-odd rule tells inside from outside.
-[[nodiscard]] bool doesAreaTouchQuad(std::span<const CGPoint> ring, const MapQuad& quad) noexcept;
+/// Corners of a line or a ring.
+using MapLine = std::span<const CGPoint>;
+
+/// True when the area of rings and the quad share a point. Rings close themselves; the even-odd rule tells
+/// inside from outside.
+[[nodiscard]] bool doesAreaTouchQuad(std::span<const MapLine> rings, const MapQuad& quad) noexcept;
 
 }  // namespace pelta

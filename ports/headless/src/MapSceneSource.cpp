@@ -9,7 +9,8 @@ namespace pelta {
 
 void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
     features_.clear();
-    coordinateEnds_.clear();
+    featureEnds_.clear();
+    ringEnds_.clear();
     coordinates_.clear();
     ground_.clear();
     boxes_.clear();
@@ -23,7 +24,8 @@ void MapSceneSource::setShape(std::shared_ptr<const MLNShape> shape) {
     }
     const auto& members = static_cast<const MLNShapeCollectionFeature&>(*shape_).shapes();
     features_.reserve(members.size());
-    coordinateEnds_.reserve(members.size());
+    featureEnds_.reserve(members.size());
+    ringEnds_.reserve(members.size());
     for (const auto& member : members) {
         if (member) {
             addFeature(*member);
@@ -37,27 +39,37 @@ void MapSceneSource::addFeature(const MLNShape& shape) {
     }
     switch (shape.kind()) {
         case MLNShapeKind::point:
-            coordinates_.push_back(static_cast<const MLNPointFeature&>(shape).coordinate());
+            addLine({static_cast<const MLNPointFeature&>(shape).coordinate()});
             break;
-        case MLNShapeKind::polyline: {
-            const auto& line = static_cast<const MLNPolylineFeature&>(shape).coordinates();
-            coordinates_.insert(coordinates_.end(), line.begin(), line.end());
+        case MLNShapeKind::polyline:
+            addLine(static_cast<const MLNPolylineFeature&>(shape).coordinates());
+            break;
+        case MLNShapeKind::polygon: {
+            const auto& area = static_cast<const MLNPolygonFeature&>(shape);
+            addRing(area.coordinates());
+            if (area.drawnKind() == MLNShapeKind::polygon) {
+                std::for_each(area.holes().begin(), area.holes().end(),
+                              [this](const auto& hole) { addRing(hole); });
+            }
             break;
         }
-        case MLNShapeKind::polygon:
-            addRing(static_cast<const MLNPolygonFeature&>(shape).coordinates());
-            break;
         case MLNShapeKind::collection:
             return;
     }
     features_.push_back(&shape);
-    coordinateEnds_.push_back(static_cast<std::uint32_t>(coordinates_.size()));
+    featureEnds_.push_back(static_cast<std::uint32_t>(ringEnds_.size()));
+}
+
+void MapSceneSource::addLine(const std::vector<CLLocationCoordinate2D>& line) {
+    coordinates_.insert(coordinates_.end(), line.begin(), line.end());
+    ringEnds_.push_back(static_cast<std::uint32_t>(coordinates_.size()));
 }
 
 void MapSceneSource::addRing(const std::vector<CLLocationCoordinate2D>& ring) {
-    coordinates_.insert(coordinates_.end(), ring.begin(), ring.end());
-    if (!ring.empty() && ring.front() != ring.back()) {
+    addLine(ring);
+    if (ring.front() != ring.back()) {
         coordinates_.push_back(ring.front());
+        ++ringEnds_.back();
     }
 }
 
@@ -70,17 +82,28 @@ void MapSceneSource::projectIfNeeded() const {
                    MapTransform::groundForCoordinate);
     boxes_.clear();
     boxes_.reserve(features_.size());
-    std::size_t begin = 0;
-    for (const std::size_t end : coordinateEnds_) {
-        boxes_.push_back(MapBox::around({ground_.data() + begin, end - begin}));
-        begin = end;
+    for (std::uint32_t feature = 0; feature < size(); ++feature) {
+        boxes_.push_back(MapBox::around(corners(firstRing(feature), featureEnds_[feature])));
     }
+}
+
+std::span<const CGPoint> MapSceneSource::corners(std::uint32_t ring, std::uint32_t endRing) const {
+    const std::size_t begin = ring == 0 ? 0 : ringEnds_[ring - 1];
+    return {ground_.data() + begin, ringEnds_[endRing - 1] - begin};
 }
 
 std::span<const CGPoint> MapSceneSource::ground(std::uint32_t index) const {
     projectIfNeeded();
-    const std::size_t begin = index == 0 ? 0 : coordinateEnds_[index - 1];
-    return {ground_.data() + begin, coordinateEnds_[index] - begin};
+    return corners(firstRing(index), featureEnds_[index]);
+}
+
+std::vector<MapLine> MapSceneSource::rings(std::uint32_t index) const {
+    projectIfNeeded();
+    std::vector<MapLine> rings;
+    for (std::uint32_t ring = firstRing(index); ring < featureEnds_[index]; ++ring) {
+        rings.push_back(corners(ring, ring + 1));
+    }
+    return rings;
 }
 
 const std::vector<MapBox>& MapSceneSource::boxes() const {

@@ -27,8 +27,11 @@ class MapSceneSource {
     [[nodiscard]] std::shared_ptr<const MLNFeature> sharedFeature(std::uint32_t index) const noexcept {
         return {shape_, features_[index]};
     }
-    /// The feature's corners as fractions of the Mercator square; an area's ring is closed.
+    /// All corners of the feature as fractions of the Mercator square.
     [[nodiscard]] std::span<const CGPoint> ground(std::uint32_t index) const;
+    /// The same in the feature's parts: an area's closed rings, the outer one first, or the one line or
+    /// point.
+    [[nodiscard]] std::vector<MapLine> rings(std::uint32_t index) const;
     /// The box around them.
     [[nodiscard]] const MapBox& box(std::uint32_t index) const { return boxes()[index]; }
     /// The boxes of all features.
@@ -36,12 +39,18 @@ class MapSceneSource {
 
  private:
     void addFeature(const MLNShape& shape);
+    void addLine(const std::vector<CLLocationCoordinate2D>& line);
     void addRing(const std::vector<CLLocationCoordinate2D>& ring);
     void projectIfNeeded() const;
+    [[nodiscard]] std::span<const CGPoint> corners(std::uint32_t ring, std::uint32_t endRing) const;
+    [[nodiscard]] std::uint32_t firstRing(std::uint32_t feature) const noexcept {
+        return feature == 0 ? 0 : featureEnds_[feature - 1];
+    }
 
     std::shared_ptr<const MLNShape> shape_;
     std::vector<const MLNShape*> features_;
-    std::vector<std::uint32_t> coordinateEnds_;  ///< Where each feature's coordinates end.
+    std::vector<std::uint32_t> featureEnds_;  ///< Where each feature's rings end.
+    std::vector<std::uint32_t> ringEnds_;     ///< Where each ring's coordinates end.
     std::vector<CLLocationCoordinate2D> coordinates_;
 
     mutable std::vector<CGPoint> ground_;  ///< Empty until the first query.

@@ -101,7 +101,8 @@ bool doesSymbolTouch(const MapSymbolBox& box, CGPoint ground, const MapQueryArea
         covered[i] = box.isOnGround ? transform.groundShifted(ground, corner)
                                     : CGPoint{point.x + corner.dx, point.y + corner.dy};
     }
-    return doesAreaTouchQuad(covered, box.isOnGround ? area.ground : area.screen);
+    const MapLine ring = covered;
+    return doesAreaTouchQuad({&ring, 1}, box.isOnGround ? area.ground : area.screen);
 }
 
 }  // namespace pelta

@@ -43,9 +43,9 @@ void ReportedLocations::report(const CLHeading& heading) {
     }
 }
 
-void ReportedLocations::reportFailure(std::string_view reason) {
+void ReportedLocations::report(CLLocationFailure failure, std::string_view reason) {
     for (const auto& observer : livingObservers()) {
-        observer->locationDidFail(reason);
+        observer->locationDidFail(failure, reason);
     }
 }
 

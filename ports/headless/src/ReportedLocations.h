@@ -15,7 +15,7 @@ class ReportedLocations final : public LocationSource {
 
     void report(const CLLocation& location);
     void report(const CLHeading& heading);
-    void reportFailure(std::string_view reason);
+    void report(CLLocationFailure failure, std::string_view reason);
     [[nodiscard]] bool isObserved() const;
 
  private:

@@ -22,14 +22,36 @@ double mercatorX(double longitude) {
     return longitude / 360 + 0.5;
 }
 
-std::span<const CLLocationCoordinate2D> coordinatesOf(const MLNShape& shape) {
-    if (shape.kind() == MLNShapeKind::polyline) {
-        return static_cast<const MLNPolylineFeature&>(shape).coordinates();
+/// A rectangle of coordinates, empty at first.
+struct Range {
+    CLLocationCoordinate2D least{INFINITY, INFINITY};
+    CLLocationCoordinate2D greatest{-INFINITY, -INFINITY};
+
+    void include(std::span<const CLLocationCoordinate2D> coordinates) {
+        for (const CLLocationCoordinate2D coordinate : coordinates) {
+            least.latitude = std::min(least.latitude, coordinate.latitude);
+            least.longitude = std::min(least.longitude, coordinate.longitude);
+            greatest.latitude = std::max(greatest.latitude, coordinate.latitude);
+            greatest.longitude = std::max(greatest.longitude, coordinate.longitude);
+        }
     }
-    if (shape.kind() == MLNShapeKind::polygon) {
-        return static_cast<const MLNPolygonFeature&>(shape).coordinates();
+};
+
+Range rangeOf(const MLNShape& shape) {
+    Range range;
+    if (shape.kind() == MLNShapeKind::point) {
+        const CLLocationCoordinate2D place = static_cast<const MLNPointFeature&>(shape).coordinate();
+        range.include({&place, 1});
+    } else if (shape.kind() == MLNShapeKind::polyline) {
+        range.include(static_cast<const MLNPolylineFeature&>(shape).coordinates());
+    } else if (shape.kind() == MLNShapeKind::polygon) {
+        const auto& area = static_cast<const MLNPolygonFeature&>(shape);
+        range.include(area.coordinates());
+        for (const auto& hole : area.holes()) {
+            range.include(hole);
+        }
     }
-    return {};
+    return range;
 }
 
 }  // namespace
@@ -41,19 +63,7 @@ Extent Extent::grownBy(double margin) const noexcept {
 }
 
 Extent extentOf(const MLNShape& shape) {
-    CLLocationCoordinate2D least;
-    CLLocationCoordinate2D greatest;
-    if (shape.kind() == MLNShapeKind::point) {
-        least = greatest = static_cast<const MLNPointFeature&>(shape).coordinate();
-    } else if (const auto coordinates = coordinatesOf(shape); !coordinates.empty()) {
-        least = greatest = coordinates.front();
-        for (const CLLocationCoordinate2D coordinate : coordinates) {
-            least.latitude = std::min(least.latitude, coordinate.latitude);
-            least.longitude = std::min(least.longitude, coordinate.longitude);
-            greatest.latitude = std::max(greatest.latitude, coordinate.latitude);
-            greatest.longitude = std::max(greatest.longitude, coordinate.longitude);
-        }
-    }
+    const auto [least, greatest] = rangeOf(shape);
     return {mercatorX(least.longitude), mercatorY(greatest.latitude), mercatorX(greatest.longitude),
             mercatorY(least.latitude)};
 }

@@ -24,6 +24,15 @@ void writePositions(JsonWriter& json, const Coordinates& coordinates, bool close
     json.endArray();
 }
 
+void writeRings(JsonWriter& json, const MLNPolygonFeature& area) {
+    json.beginArray();
+    writePositions(json, area.coordinates(), true);
+    for (const Coordinates& hole : area.holes()) {
+        writePositions(json, hole, true);
+    }
+    json.endArray();
+}
+
 void writeValue(JsonWriter& json, const MLNAttributeValue& value) {
     if (const auto* numbers = std::get_if<std::vector<double>>(&value)) {
         json.beginArray();
@@ -74,12 +83,11 @@ void writeGeometry(JsonWriter& json, const MLNShape& shape) {
     } else {
         json.member("type", isArea ? "Polygon" : "LineString");
         json.key("coordinates");
+        const auto& area = static_cast<const MLNPolygonFeature&>(shape);
         if (isArea) {
-            json.beginArray();
-        }
-        writePositions(json, static_cast<const MLNPolygonFeature&>(shape).coordinates(), true);
-        if (isArea) {
-            json.endArray();
+            writeRings(json, area);
+        } else {
+            writePositions(json, area.coordinates(), true);
         }
     }
     json.endObject();

@@ -26,6 +26,25 @@ EM_JS(void, peltaRunCalls, (emscripten::EM_VAL handle, const char* text), {
     map._update(true);
 });
 
+// The engine judges a document only on taking it over, when the present style has gone. So it is handed to a style
+// that has just what the judging needs, which comes first, and nothing to change.
+EM_JS(emscripten::EM_VAL, peltaFaults, (emscripten::EM_VAL engine, emscripten::EM_VAL handle), {
+    const style = Emval.toValue(handle);
+    const faults = [];
+    const judge = {
+        _checkLoaded() {},
+        serialize: () => style,
+        _getOperationsToPerform: () => ({ operations: [], unimplemented: [] }),
+        fire: ({ error }) => faults.push(error.message),
+    };
+    try {
+        Emval.toValue(engine).Style.prototype.setState.call(judge, style);
+    } catch (error) {
+        faults.push(String(error));
+    }
+    return Emval.toHandle(faults);
+});
+
 EM_JS(void, peltaProject, (emscripten::EM_VAL handle, double longitude, double latitude, double* result), {
     const point = Emval.toValue(handle).project([longitude, latitude]);
     HEAPF64.set([point.x, point.y], result >> 3);
@@ -53,6 +72,11 @@ namespace {
 double wrap(double value, double low, double range) {
     const double offset = std::fmod(value - low, range);
     return low + (offset < 0 ? offset + range : offset);
+}
+
+/// A style document without anything in it.
+val emptyStyle() {
+    return val::global("JSON").call<val>("parse", std::string(R"({"version":8,"sources":{},"layers":[]})"));
 }
 
 val position(CLLocationCoordinate2D coordinate) {
@@ -133,6 +157,7 @@ CLLocationCoordinate2D GlMap::unproject(CGPoint point) const {
 void GlMap::setStyle(const val& document) const {
     val options = val::object();
     options.set("diff", false);
+    options.set("validate", false);
     map_.call<void>("setStyle", document, options);
 }
 
@@ -159,8 +184,10 @@ std::vector<EngineHit> GlMap::query(CGRect rect, const std::vector<std::string>&
     return hits;
 }
 
-val GlMap::emptyStyle() {
-    return val::global("JSON").call<val>("parse", std::string(R"({"version":8,"sources":{},"layers":[]})"));
+std::optional<std::string> GlMap::faultOf(const val& document) {
+    const val faults = val::take_ownership(peltaFaults(module().as_handle(), document.as_handle()));
+    const val first = faults[0];
+    return first.isUndefined() ? std::nullopt : std::optional(first.as<std::string>());
 }
 
 }  // namespace pelta

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <emscripten/val.h>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ class GlMap {
     [[nodiscard]] CGPoint project(CLLocationCoordinate2D coordinate) const;
     [[nodiscard]] CLLocationCoordinate2D unproject(CGPoint point) const;
 
+    /// Shows a document that has no fault, at the engine's next frame.
     void setStyle(const emscripten::val& document) const;
     /// Runs calls that a `StyleCompiler` has put together.
     void run(const std::string& calls) const;
@@ -38,8 +40,8 @@ class GlMap {
     /// Everything drawn in a rectangle, of layers that the map has, topmost layer first.
     [[nodiscard]] std::vector<EngineHit> query(CGRect rect, const std::vector<std::string>& layers) const;
 
-    /// A style document without anything in it.
-    [[nodiscard]] static emscripten::val emptyStyle();
+    /// Why the engine cannot draw a style document; nothing when it can.
+    [[nodiscard]] static std::optional<std::string> faultOf(const emscripten::val& document);
 
  private:
     emscripten::val map_;

@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include <pelta/Platform/Dispatch.h>
 #include <pelta/Platform/Log.h>
 
 using emscripten::val;
@@ -25,6 +26,12 @@ std::string reasonOf(const val& error) {
     const val message = error["message"];
     const bool isTold = message.isString() && message["length"].as<int>() > 0;
     return isTold ? message.as<std::string>() : "error " + std::to_string(error["code"].as<int>());
+}
+
+CLLocationFailure failureOf(const val& error) {
+    constexpr int permissionDenied = 1;
+    return error["code"].as<int>() == permissionDenied ? CLLocationFailure::denied
+                                                       : CLLocationFailure::unavailable;
 }
 
 /// Degrees by which the screen's upper edge is turned clockwise from the device's.
@@ -69,20 +76,23 @@ void WebLocationSource::removeObserver(const LocationObserver& observer) {
 }
 
 void WebLocationSource::start() {
-    watch_ = std::make_unique<Watch>();
+    watch_ = std::make_shared<Watch>();
     askForOrientation();
     const auto turned = [this](const val& event) { orientationDidChange(event); };
     for (const char* type : {"deviceorientationabsolute", "deviceorientation"}) {
         watch_->headingListeners.emplace_back(val::global("window"), type, turned);
     }
-    const val geolocation = val::global("navigator")["geolocation"];
-    const auto fail = [this](const std::string& reason) {
-        report([&](LocationObserver& observer) { observer.locationDidFail(reason); });
-    };
     watch_->didUpdate = JsFunction::listener([this](const val& position) { positionDidUpdate(position); });
-    watch_->didFail = JsFunction::listener([fail](const val& error) { fail(reasonOf(error)); });
+    watch_->didFail =
+        JsFunction::listener([this](const val& error) { fail(failureOf(error), reasonOf(error)); });
+    const val geolocation = val::global("navigator")["geolocation"];
     if (!isKnown(geolocation)) {
-        fail("this browser has no location service");
+        // Later, as a browser that has one would say so.
+        MainQueue::async([this, watch = std::weak_ptr(watch_)] {
+            if (!watch.expired()) {
+                fail(CLLocationFailure::unavailable, "this browser has no location service");
+            }
+        });
         return;
     }
     val options = val::object();
@@ -96,6 +106,10 @@ void WebLocationSource::stop() {
         val::global("navigator")["geolocation"].call<void>("clearWatch", *watch_->identifier);
     }
     watch_.reset();
+}
+
+void WebLocationSource::fail(CLLocationFailure failure, const std::string& reason) {
+    report([&](LocationObserver& observer) { observer.locationDidFail(failure, reason); });
 }
 
 void WebLocationSource::positionDidUpdate(const val& position) {

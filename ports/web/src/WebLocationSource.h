@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include <pelta/Platform/CoreLocation.h>
@@ -28,12 +29,13 @@ class WebLocationSource final : public LocationSource {
 
     void start();
     void stop();
+    void fail(CLLocationFailure failure, const std::string& reason);
     void positionDidUpdate(const emscripten::val& position);
     void orientationDidChange(const emscripten::val& event);
     void report(const std::function<void(LocationObserver&)>& work);
 
     std::vector<std::weak_ptr<LocationObserver>> observers_;
-    std::unique_ptr<Watch> watch_;
+    std::shared_ptr<Watch> watch_;
 };
 
 }  // namespace pelta

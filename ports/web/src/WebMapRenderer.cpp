@@ -22,6 +22,13 @@ void setElementSize(const val& element, CGSize size) {
     element["style"].set("height", cssLength(size.height));
 }
 
+/// A style document as GL JS takes it.
+val parsedDocument(const StyleDocument& document) {
+    val parsed = val::global("JSON").call<val>("parse", document.text);
+    resolveAddresses(parsed, document.address);
+    return parsed;
+}
+
 bool isFinite(CGPoint point) {
     return std::isfinite(point.x) && std::isfinite(point.y);
 }
@@ -211,16 +218,17 @@ void WebMapRenderer::drawFrame() {
 
 // Style documents
 
-void WebMapRenderer::applyStyle(const StyleDocument& document) {
+std::optional<std::string> WebMapRenderer::applyStyle(const StyleDocument& document) {
+    const val parsed = parsedDocument(document);
+    if (const auto fault = GlMap::faultOf(parsed)) {
+        const std::string name =
+            document.address.empty() ? "The style document" : "\"" + document.address + "\"";
+        return name + " is not a style that can be drawn: " + *fault + ". Correct the document there.";
+    }
     loading_ = document;
     isLoading_ = true;
-    showDocument();
-}
-
-void WebMapRenderer::showDocument() {
-    val parsed = val::global("JSON").call<val>("parse", loading_.text);
-    resolveAddresses(parsed, loading_.address);
     command([&] { map_.setStyle(parsed); });
+    return std::nullopt;
 }
 
 void WebMapRenderer::styleDidLoad(const val&) {
@@ -240,19 +248,7 @@ void WebMapRenderer::styleDidLoad(const val&) {
 
 void WebMapRenderer::errorDidOccur(const val& event) {
     const auto reason = event["error"]["message"].as<std::string>();
-    const bool isAboutSource = !event["sourceId"].isUndefined() || !event["tile"].isUndefined();
-    if (!isLoading_ || isAboutSource) {
-        val::global("console").call<void>("error", "The map reports: " + reason);
-        return;
-    }
-    isLoading_ = false;
-    compiler_.reset({});
-    images_.reset();
-    const std::string name = loading_.address.empty() ? "The style document" : "\"" + loading_.address + "\"";
-    const std::string message =
-        name + " is not a style that can be drawn: " + reason + ". Correct the document there.";
-    command([&] { map_.setStyle(GlMap::emptyStyle()); });
-    report([this, message] { host_.rendererDidFailLoadingStyle(message); });
+    val::global("console").call<void>("error", "The map reports: " + reason);
 }
 
 // GL JS's own movements
@@ -366,7 +362,7 @@ void WebMapRenderer::contextDidReturn(const val&) {
     // GL JS brings back what was loaded; a document that was on its way is handed over once more.
     if (isLoading_) {
         isContextLost_ = false;
-        showDocument();
+        command([&] { map_.setStyle(parsedDocument(loading_)); });
     }
 }
 

@@ -37,7 +37,7 @@ class WebMapRenderer final : public MapRenderer {
     [[nodiscard]] CGPoint pointForCoordinate(CLLocationCoordinate2D coordinate) const override;
     [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint point) const override;
 
-    void applyStyle(const StyleDocument& document) override;
+    [[nodiscard]] std::optional<std::string> applyStyle(const StyleDocument& document) override;
     void commit(const MLNStyle& style, const MLNStyleChanges& changes) override;
     void drawFrame() override;
     [[nodiscard]] bool isSettled() const override { return isSettled_; }
@@ -74,7 +74,6 @@ class WebMapRenderer final : public MapRenderer {
     void setNeedsDrawing() noexcept;
     void followZoom();
     [[nodiscard]] emscripten::val constrain(const emscripten::val& arguments) const;
-    void showDocument();
 
     MapRendererHost& host_;
     const void* surface_;

@@ -42,6 +42,7 @@ WebWindow::WebWindow(const val& host)
       window_(make<UIWindow>(CGRect{})),
       presenter_(root_, *window_),
       pointerInput_(root_, *window_),
+      pointerCursor_(root_, *window_),
       didResize_(JsFunction::listener([this](const val&) { updateGeometry(); })),
       resizeObserver_(val::global("ResizeObserver").new_(didResize_.value())) {
     updateGeometry();

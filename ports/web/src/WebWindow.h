@@ -6,6 +6,7 @@
 #include <pelta/Platform/UIWindow.h>
 
 #include "JsFunction.h"
+#include "PointerCursor.h"
 #include "PointerInput.h"
 #include "ViewPresenter.h"
 
@@ -33,6 +34,7 @@ class WebWindow {
     std::shared_ptr<UIWindow> window_;
     ViewPresenter presenter_;
     PointerInput pointerInput_;
+    PointerCursor pointerCursor_;
     JsFunction didResize_;
     emscripten::val resizeObserver_;
 };

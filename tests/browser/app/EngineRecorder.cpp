@@ -74,6 +74,14 @@ void EngineRecorder::didUpdateUserLocation(MLNMapView& mapView, const MLNUserLoc
     inner_->didUpdateUserLocation(mapView, userLocation);
 }
 
+void EngineRecorder::didFailToLocateUser(MLNMapView& mapView, CLLocationFailure reason) {
+    inner_->didFailToLocateUser(mapView, reason);
+}
+
+void EngineRecorder::didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated) {
+    inner_->didChangeUserTrackingMode(mapView, mode, animated);
+}
+
 std::shared_ptr<MLNAnnotationView> EngineRecorder::viewForAnnotation(MLNMapView& mapView,
                                                                      const MLNAnnotation& annotation) {
     return inner_->viewForAnnotation(mapView, annotation);

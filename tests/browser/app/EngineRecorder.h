@@ -22,6 +22,8 @@ class EngineRecorder final : public MLNMapViewDelegate {
     void mapViewWillStartRenderingFrame(MLNMapView& mapView) override;
     void mapViewDidBecomeIdle(MLNMapView& mapView) override;
     void didUpdateUserLocation(MLNMapView& mapView, const MLNUserLocation& userLocation) override;
+    void didFailToLocateUser(MLNMapView& mapView, CLLocationFailure reason) override;
+    void didChangeUserTrackingMode(MLNMapView& mapView, MLNUserTrackingMode mode, bool animated) override;
     std::shared_ptr<MLNAnnotationView> viewForAnnotation(MLNMapView& mapView,
                                                          const MLNAnnotation& annotation) override;
     void didSelectAnnotation(MLNMapView& mapView, const MLNAnnotation& annotation) override;

@@ -28,10 +28,10 @@ int openMap(double x, double y, double width, double height, const std::string& 
 }
 
 void setStyle(int map, const std::string& style) {
-    if (style.rfind('{', 0) == 0) {
-        engine(map).setStyleJSON(style);
+    if (Stage::isDocument(style)) {
+        view(map).setStyleJSON(style);
     } else {
-        engine(map).setStyleURL(style);
+        view(map).setStyleURL(style);
     }
 }
 

@@ -33,6 +33,14 @@ std::vector<CLLocationCoordinate2D> coordinates(const val& list) {
     return result;
 }
 
+std::vector<PgmPolygon::Ring> rings(const val& list) {
+    std::vector<PgmPolygon::Ring> result;
+    for (const val& ring : emscripten::vecFromJSArray<val>(list)) {
+        result.push_back(coordinates(ring));
+    }
+    return result;
+}
+
 /// [red, green, blue, alpha], 0 to 255 but for alpha, 0 to 1.
 UIColor color(const val& list, UIColor missing) {
     if (list.isUndefined()) {
@@ -115,6 +123,9 @@ void applyArea(PgmAreaShape& area, const val& options) {
 
 int addPolygon(const val& options) {
     const auto polygon = PgmPolygon::create(coordinates(options["ring"]), UIColor::white());
+    if (const val holes = options["holes"]; !holes.isUndefined()) {
+        polygon->setHoles(rings(holes));
+    }
     applyArea(*polygon, options);
     return show(polygon, options);
 }
@@ -137,6 +148,7 @@ void given(const val& options, const char* name, Set&& set) {
 void change(int number, const val& options) {
     PgmShape& shape = Stage::shared().shape(number);
     given(options, "zIndex", [&](const val& v) { shape.setZIndex(v.as<int>()); });
+    given(options, "holes", [&](const val& v) { static_cast<PgmPolygon&>(shape).setHoles(rings(v)); });
     given(options, "visible", [&](const val& v) { shape.setIsVisible(v.as<bool>()); });
     given(options, "minZoom", [&](const val& v) { shape.setVisibleMinZoom(v.as<double>()); });
     given(options, "maxZoom", [&](const val& v) { shape.setVisibleMaxZoom(v.as<double>()); });

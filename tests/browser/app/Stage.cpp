@@ -10,16 +10,21 @@ Stage& Stage::shared() {
     return stage;
 }
 
+bool Stage::isDocument(const std::string& style) {
+    return style.rfind('{', 0) == 0;
+}
+
 int Stage::openMap(CGRect frame, const std::string& style) {
-    const auto view = PgmMapView::create(frame);
+    const auto options = PgmMapOptions::create();
+    if (isDocument(style)) {
+        options->setStyleJSON(style);
+    } else {
+        options->setStyleURL(style);
+    }
+    const auto view = PgmMapView::create(frame, options);
     MLNMapView& engine = *view->mapView();
     const auto recorder = std::make_shared<EngineRecorder>(engine.delegate());
     engine.setDelegate(recorder);
-    if (style.rfind('{', 0) == 0) {
-        engine.setStyleJSON(style);
-    } else {
-        engine.setStyleURL(style);
-    }
     window_->addSubview(view);
     maps_.push_back({view, recorder});
     return static_cast<int>(maps_.size()) - 1;

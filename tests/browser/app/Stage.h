@@ -23,6 +23,8 @@ class Stage {
     void setWindow(UIWindow& window) { window_ = &window; }
     [[nodiscard]] UIWindow& window() { return *window_; }
 
+    /// Whether a style is a document, and not the address of one.
+    [[nodiscard]] static bool isDocument(const std::string& style);
     /// Opens a map over a part of the window. `style` is a document, or the address of one.
     int openMap(CGRect frame, const std::string& style);
     void closeMap(int index);

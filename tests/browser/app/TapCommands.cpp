@@ -20,6 +20,9 @@ class TapLog final : public PgmMapDelegate {
     }
     void didTapMapView(PgmMapView&, CLLocationCoordinate2D) override { note("tap"); }
     void didLongTapMapView(PgmMapView&, CLLocationCoordinate2D) override { note("long"); }
+    void didFailToLocateUser(PgmMapView&, CLLocationFailure reason) override {
+        note(reason == CLLocationFailure::denied ? "denied" : "unavailable");
+    }
     void note(const std::string& event) { events_ += (events_.empty() ? "" : " ") + event; }
     [[nodiscard]] std::string take() { return std::exchange(events_, {}); }
 
@@ -58,6 +61,10 @@ void followUser(int map) {
     view(map).setUserTrackingMode(PgmUserTrackingMode::follow);
 }
 
+void preferNearest(int map, bool preferred) {
+    view(map).setIsNearestShapePreferred(preferred);
+}
+
 void setZoomOutEnabled(int map, bool enabled) {
     dynamic_cast<UIButton&>(*view(map).zoomView()->subviews().back()).setIsEnabled(enabled);
 }
@@ -73,5 +80,6 @@ EMSCRIPTEN_BINDINGS(tap_commands) {
     emscripten::function("makeTouchable", &makeTouchable);
     emscripten::function("showControls", &showControls);
     emscripten::function("followUser", &followUser);
+    emscripten::function("preferNearest", &preferNearest);
     emscripten::function("setZoomOutEnabled", &setZoomOutEnabled);
 }

@@ -56,8 +56,7 @@ async function prepare(page, address) {
     const errors = [];
     page.on('pageerror', (error) => errors.push(error.message));
     page.on('console', (message) => {
-        // A new map asks for the style that comes with an installed library, which is not here.
-        if (message.type() === 'error' && !message.location().url.endsWith('/style/pelta-light.json')) {
+        if (message.type() === 'error') {
             errors.push(message.text());
         }
     });

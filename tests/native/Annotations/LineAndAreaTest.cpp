@@ -57,6 +57,42 @@ TEST_F(LineAndAreaTest, AreasAreFilledAndOutlinedByTheSameFeature) {
     EXPECT_EQ(featuresOf(map).size(), 4U);
 }
 
+TEST_F(LineAndAreaTest, HolesAreRingsOfTheArea) {
+    const double nan = std::nan("");
+    const Coordinates triangle{{2, 3}, {2, 4}, {3, 4}};
+    const Coordinates closed{{2, 3}, {2, 4}, {3, 4}, {2, 3}};
+    const Coordinates flat{{2, 3}, {2, 3.5}, {2, 4}};
+    const Coordinates twoPlaces{{2, 3}, {2, 4}, {2, 3}, {2, 4}, {2, 3}};
+    struct Case {
+        std::string name;
+        std::vector<Coordinates> given;
+        std::vector<Coordinates> kept;
+        std::optional<MLNShapeKind> drawn = MLNShapeKind::polygon;
+    };
+    const Case cases[] = {
+        {"none", {}, {}},
+        {"open, closed, flat", {triangle, closed, flat}, {triangle, closed, flat}},
+        {"too few places", {{}, {{2, 3}}, twoPlaces, triangle}, {triangle}},
+        {"not finite", {{{2, 3}, {nan, 4}, {3, 4}, {3, 3}}, triangle}, {triangle}, std::nullopt},
+    };
+    const auto polygon = PgmPolygon::create({{0, 0}, {0, 9}, {9, 9}, {9, 0}});
+    const auto area = [&] {
+        const auto collection = std::dynamic_pointer_cast<MLNShapeCollectionFeature>(polygon->feature());
+        return std::dynamic_pointer_cast<MLNPolygonFeature>(collection->shapes()[0]);
+    };
+    for (const Case& c : cases) {
+        polygon->setHoles(c.given);
+        EXPECT_EQ(polygon->holes().size(), c.given.size()) << c.name;
+        EXPECT_EQ(area()->drawnKind(), c.drawn) << c.name;
+        if (c.drawn) {
+            EXPECT_EQ(area()->holes(), c.kept) << c.name;
+        }
+    }
+    polygon->setHoles({triangle});
+    polygon->setCoords({{0, 0}, {0, 9}, {9, 9}});
+    EXPECT_EQ(area()->holes(), std::vector{triangle}) << "another ring keeps the holes";
+}
+
 /// Metres between two coordinates on the sphere, by the haversine formula.
 double distance(CLLocationCoordinate2D a, CLLocationCoordinate2D b) {
     constexpr double radians = M_PI / 180;

@@ -12,6 +12,7 @@ struct RendererRecord {
     MapRendererHost* host = nullptr;
     std::vector<std::string> calls;
     std::vector<StyleDocument> documents;
+    std::optional<std::string> fault;  ///< Of every document.
     MLNStyleChanges changes;  ///< Of the last commit.
     CameraState camera;
     bool isSettled = true;
@@ -31,7 +32,10 @@ class RecordingRenderer final : public MapRenderer {
     [[nodiscard]] CameraState camera() const override { return record_.camera; }
     [[nodiscard]] CGPoint pointForCoordinate(CLLocationCoordinate2D) const override { return {}; }
     [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint) const override { return {}; }
-    void applyStyle(const StyleDocument& document) override { record_.documents.push_back(document); }
+    std::optional<std::string> applyStyle(const StyleDocument& document) override {
+        record_.documents.push_back(document);
+        return record_.fault;
+    }
     void commit(const MLNStyle&, const MLNStyleChanges& changes) override {
         record_.calls.emplace_back("commit");
         record_.changes = changes;

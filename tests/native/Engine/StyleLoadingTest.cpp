@@ -148,7 +148,7 @@ TEST_F(StyleLoadingTest, TheViewMayGoInTheLoadedCallbackOrBeforeIt) {
     }
 }
 
-TEST_F(StyleLoadingTest, ARendererThatRefusesLeavesTheMapEmpty) {
+TEST_F(StyleLoadingTest, WhatTheRendererRefusesLeavesTheStyleThatThereIs) {
     RecordingEnginePort engine;
     auto& record = engine.record;
     const auto view = makeView("style.json");
@@ -158,14 +158,19 @@ TEST_F(StyleLoadingTest, ARendererThatRefusesLeavesTheMapEmpty) {
     EXPECT_EQ(record.documents[0].text, emptyStyle);
     record.host->rendererDidLoadStyle();
     EXPECT_EQ(log->take(), "style test");
+    const auto* present = view->style();
     view->setStyleJSON(emptyStyle);
     port.advance(0.1);
     view->style()->addLayer(std::make_shared<MLNFillStyleLayer>("a", std::string("a")));
     port.advance(0.1);
     EXPECT_THAT(record.calls, testing::Not(testing::Contains("commit")));
-    record.host->rendererDidFailLoadingStyle("the glyphs cannot be had");
-    EXPECT_EQ(log->take() + ": " + log->failure, "failed: the glyphs cannot be had");
-    EXPECT_EQ(view->style(), nullptr);
+    record.fault = "the colour is no colour";
+    view->setStyleJSON(emptyStyle);
+    port.advance(0.1);
+    EXPECT_EQ(log->take() + ": " + log->failure, "failed: the colour is no colour");
+    EXPECT_EQ(view->style(), present);
+    record.host->rendererDidLoadStyle();
+    EXPECT_EQ(log->take(), "style test") << "the one that was on its way";
 }
 
 }  // namespace

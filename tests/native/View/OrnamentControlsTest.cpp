@@ -136,5 +136,56 @@ TEST_F(OrnamentControlsTest, TheLocationButtonFollowsOnceMore) {
     EXPECT_NEAR(camera->zoom(), 9, 1e-9);
 }
 
+TEST_F(OrnamentControlsTest, TheLocationButtonAsksTheApplicationFirst) {
+    auto map = makeLoadedMap();
+    map->setIsLocationButtonVisible(true);
+    const CGPoint place = middleOf(button(map->locationView(), 0));
+    struct Case {
+        std::string name;
+        PgmMapView::LocationButtonEvent event;
+        bool isLeftToTheMap;
+    };
+    const Case cases[] = {
+        {"none", nullptr, true},
+        {"declines", [](PgmMapView&) { return false; }, true},
+        {"accepts", [](PgmMapView&) { return true; }, false},
+        {"does it itself", [](PgmMapView& asked) { return asked.locactionAction(), true; }, true},
+        {"leaves", [](PgmMapView& asked) { return asked.setLocationButtonEvent(nullptr), true; }, false},
+        {"has left", map->locationButtonEvent(), true},
+        {"releases the map", [&](PgmMapView&) { return map->removeFromSuperview(), map.reset(), true; },
+         false},
+    };
+    map->setUserTrackingMode(PgmUserTrackingMode::follow);
+    const auto engine = map->mapView();
+    for (const Case& c : cases) {
+        engine->setUserTrackingMode(MLNUserTrackingMode::none);
+        map->setLocationButtonEvent(c.event);
+        port.tap(*window, place);
+        EXPECT_EQ(engine->userTrackingMode() == MLNUserTrackingMode::follow, c.isLeftToTheMap) << c.name;
+    }
+    EXPECT_EQ(map, nullptr);
+}
+
+TEST_F(OrnamentControlsTest, TheLocationButtonShowsPicturesOfTheApplication) {
+    const auto map = makeMap();
+    const UIButton& shown = button(map->locationView(), 0);
+    const auto expect = [&](const UIImage& normal, const UIImage& pressed) {
+        const auto pixels = [&](UIControlState state) { return shown.imageForState(state)->pixels(); };
+        EXPECT_THAT(pixels(UIControlState::normal), testing::ElementsAreArray(normal.pixels()));
+        EXPECT_THAT(pixels(UIControlState::highlighted), testing::ElementsAreArray(pressed.pixels()));
+    };
+    const auto normal = *shown.imageForState(UIControlState::normal);
+    const auto pressed = *shown.imageForState(UIControlState::highlighted);
+    const auto own = *UIImage::fromPixels(1, 1, 1, {1, 2, 3, 4});
+    const auto frame = shown.frame();
+    map->setLocationButtonImage(own);
+    expect(own, own);
+    EXPECT_EQ(shown.frame(), frame);
+    map->setLocationButtonImage(own, pressed);
+    expect(own, pressed);
+    map->setLocationButtonImage(std::nullopt);
+    expect(normal, pressed);
+}
+
 }  // namespace
 }  // namespace pelta

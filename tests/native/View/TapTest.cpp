@@ -107,6 +107,93 @@ TEST_F(TapTest, TheTopmostShapeThatWantsTapsIsAskedAndThenTheMap) {
     EXPECT_NEAR(log_->place.longitude, at(500, 200).longitude, 1e-12);
 }
 
+TEST_F(TapTest, WhereItIsPreferredTheNearestShapeIsAskedAndThenTheMap) {
+    struct Placed {
+        std::string name;
+        std::shared_ptr<PgmShape> shape;
+        std::optional<int> globalZIndex = {};
+    };
+    // A picture of 20 × 20 points about a place; lines are 2.5 points wide.
+    const auto pin = [this](double x, double y) {
+        const auto picture = UIImage::fromPixels(20, 20, 1, std::vector<std::uint8_t>(1600));
+        const auto made = PgmMarker::markerWithPositionIconImage(at(x, y), PgmImage::imageWith(*picture));
+        made->setAnchor({0.5, 0.5});
+        return made;
+    };
+    const auto line = [this](double y) { return PgmPolyline::create({at(200, y), at(600, y)}); };
+    const auto area = [this](double left) {
+        return PgmPolygon::create({at(left, 200), at(600, 200), at(600, 400), at(left, 400)});
+    };
+    const auto titled = [&](double x, double y) {
+        const auto made = pin(x, y);
+        made->setTitle("title");
+        return made;
+    };
+    struct Case {
+        std::string name;
+        std::vector<Placed> shapes;  ///< Oldest first.
+        std::string nearest;
+        std::string topmost;
+    };
+    const Case cases[] = {
+        {"the lower holds the point", {{"held", pin(402, 300)}, {"near", pin(415, 300)}}, "held", "near"},
+        {"both hold it", {{"lower", pin(400, 300)}, {"upper", pin(405, 300)}}, "upper", "upper"},
+        {"its title holds it", {{"titled", titled(400, 283)}, {"near", pin(415, 300)}}, "titled", "near"},
+        {"neither holds it", {{"near", pin(412, 300)}, {"far", pin(386, 300)}}, "near", "far"},
+        {"as near", {{"lower", pin(412, 300)}, {"upper", pin(388, 300)}}, "upper", "upper"},
+        {"raised", {{"raised", pin(412, 300), 2000}, {"upper", pin(388, 300)}}, "raised", "raised"},
+        {"held before a line", {{"pin", pin(400, 300)}, {"line", line(300), 3000}}, "pin", "line"},
+        {"line nearer", {{"pin", pin(415, 300)}, {"line", line(302)}}, "line", "pin"},
+        {"line on the point", {{"pin", pin(410.5, 300)}, {"line", line(300)}}, "line", "pin"},
+        {"line further", {{"pin", pin(412, 300)}, {"line", line(304)}}, "pin", "pin"},
+        {"areas last", {{"pin", pin(425, 300)}, {"area", area(300), 3000}}, "pin", "area"},
+        {"line before area", {{"line", line(318)}, {"area", area(300)}}, "line", "area"},
+        {"areas alone", {{"lower", area(390)}, {"upper", area(410)}}, "upper", "upper"},
+        {"none within reach", {{"pin", pin(440, 300)}}, "map", "map"},
+    };
+    const auto outlined = area(401);
+    outlined->setStrokeWidth(4);
+    for (const Case& c : cases) {
+        for (const Placed& placed : c.shapes) {
+            placed.shape->setGlobalZIndex(placed.globalZIndex.value_or(placed.shape->globalZIndex()));
+            touchable(placed.shape, placed.name, true);
+        }
+        map_->setIsNearestShapePreferred(true);
+        EXPECT_EQ(tap(), c.nearest) << c.name;
+        map_->setIsNearestShapePreferred(false);
+        EXPECT_EQ(tap(), c.topmost) << c.name;
+        for (const Placed& placed : c.shapes) {
+            placed.shape->setMapView(nullptr);
+        }
+    }
+    map_->setIsNearestShapePreferred(true);
+    touchable(outlined, "outlined", true);
+    touchable(pin(380, 300), "declines", false);
+    EXPECT_EQ(tap(), "declines map") << "before an outline that is nearer, and it alone";
+}
+
+TEST_F(TapTest, ThePointerIsAHandOverWhatTakesTaps) {
+    const auto isHand = [this](double x, double y) {
+        port.runUntilIdle();
+        return window->pointerStyleAt({x, y}) == UIPointerStyle::hand;
+    };
+    const auto area = circle("area");
+    const double edge = map_->projection()->point(PgmCircle::coords(at(400, 300), 2000)[90]).x;
+    EXPECT_TRUE(isHand(400, 300) && isHand(edge - 3, 300));
+    EXPECT_FALSE(isHand(edge + 3, 300)) << "where a tap would still find it";
+    PgmMarker::markerWithPosition(at(400, 310))->setMapView(map_);
+    EXPECT_TRUE(isHand(400, 300)) << "through what takes none";
+    area->setIsVisible(false);
+    EXPECT_FALSE(isHand(400, 300));
+    area->setIsVisible(true);
+    area->setTouchEvent(nullptr);
+    EXPECT_FALSE(isHand(400, 300));
+    map_->setIsZoomControlVisible(true);
+    const auto control = map_->zoomView()->frame();
+    EXPECT_TRUE(isHand(control.midX(), control.minY() + 5)) << "a button";
+    EXPECT_FALSE(isHand(-5, 300)) << "outside of the window";
+}
+
 TEST_F(TapTest, WhatHasChangedSinceTheLastFrameCounts) {
     const auto removed = circle("removed");
     const auto hidden = circle("hidden");

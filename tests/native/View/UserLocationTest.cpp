@@ -1,6 +1,7 @@
 #include <cmath>
 #include <limits>
 
+#include "Engine/RecordingRenderer.h"
 #include "View/MapFixture.h"
 
 namespace pelta {
@@ -203,6 +204,87 @@ TEST_F(UserLocationTest, ATapSelectsItOnceAndLeavesNothingSelected) {
     EXPECT_EQ(icon->mapview(), nullptr);
     icon->setScale(3);
     EXPECT_FALSE(icon->isVisible());
+}
+
+/// Writes down how the location is followed and why it cannot be had.
+struct LocationLog : PgmMapDelegate {
+    void didFailToLocateUser(PgmMapView&, CLLocationFailure reason) override {
+        note(reason == CLLocationFailure::denied ? "denied" : "unavailable");
+    }
+    void didChangeUserTrackingMode(PgmMapView&, PgmUserTrackingMode mode) override {
+        constexpr const char* names[] = {"off", "none", "follow", "heading"};
+        note(names[static_cast<unsigned>(mode)]);
+    }
+    void note(const std::string& event) {
+        events += (events.empty() ? "" : " ") + event;
+        if (const auto work = std::exchange(next, nullptr)) {
+            work();
+        }
+    }
+
+    std::string events;
+    std::function<void()> next;  ///< Runs once, from inside the next event.
+};
+
+TEST_F(UserLocationTest, TheDelegateHearsHowItIsFollowedAndWhyItIsNot) {
+    using enum PgmUserTrackingMode;
+    using enum CLLocationFailure;
+    RecordingEnginePort engine;
+    map = makeMap();
+    const auto log = std::make_shared<LocationLog>();
+    map->setDelegate(log);
+    const auto set = [&](PgmUserTrackingMode mode) { return [&, mode] { map->setUserTrackingMode(mode); }; };
+    const auto fail = [&](CLLocationFailure why) { return [&, why] { port.reportLocationFailure(why); }; };
+    const auto locate = [&] { port.reportLocation({.coordinate = seoul}); };
+    const auto pan = [&] {
+        engine.record.host->gestureWillBegin(MLNCameraChangeReason::gesturePan, false);
+        engine.record.host->gestureDidEnd(MLNCameraChangeReason::gesturePan, false);
+    };
+    const std::function<void()> press = [&] { map->locactionAction(); };
+    struct Case {
+        const char* name;
+        std::function<void()> work;
+        std::string events;
+        PgmUserTrackingMode kept;
+    };
+    for (const Case& each : {Case{"failure while off", fail(denied), "", off},
+                             {"set", set(follow), "follow", follow},
+                             {"set again", set(follow), "", follow},
+                             {"failure", fail(unavailable), "unavailable", follow},
+                             {"the same failure", fail(unavailable), "", follow},
+                             {"another failure", fail(denied), "denied", follow},
+                             {"location", locate, "", follow},
+                             {"failure since", fail(denied), "denied", follow},
+                             {"pan", pan, "none", follow},
+                             {"second pan", pan, "", follow},
+                             {"button", press, "follow", follow},
+                             {"heading", set(followWithHeading), "heading", followWithHeading},
+                             {"hidden", set(off), "off", off},
+                             {"pan while hidden", pan, "", off},
+                             {"shown", set(none), "none", none},
+                             {"failure when shown anew", fail(denied), "denied", none},
+                             {"hidden again", set(off), "off", off}}) {
+        each.work();
+        EXPECT_EQ(std::exchange(log->events, {}), each.events) << each.name;
+        EXPECT_EQ(map->userTrackingMode(), each.kept) << each.name;
+    }
+    log->next = set(off);
+    map->setUserTrackingMode(follow);
+    EXPECT_EQ(std::exchange(log->events, {}), "follow off") << "set from inside";
+    EXPECT_FALSE(port.isLocationObserved());
+    for (const bool fails : {false, true}) {
+        map = makeMap();
+        map->setDelegate(log);
+        if (fails) {
+            map->setUserTrackingMode(none);
+        }
+        log->next = [&] {
+            map->removeFromSuperview();
+            map.reset();
+        };
+        fails ? port.reportLocationFailure(denied) : map->setUserTrackingMode(follow);
+        EXPECT_FALSE(map || port.isLocationObserved());
+    }
 }
 
 }  // namespace

@@ -74,7 +74,8 @@ class HeadlessPort {
     /// Reports where the device points.
     void reportHeading(const CLHeading& heading);
     /// Reports that the position cannot be had.
-    void reportLocationFailure(std::string_view reason);
+    /// @param reason  for the log.
+    void reportLocationFailure(CLLocationFailure failure, std::string_view reason = "as the test says");
     /// True while a map listens.
     [[nodiscard]] bool isLocationObserved() const;
     /// @}
