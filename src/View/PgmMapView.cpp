@@ -1,3 +1,5 @@
+#include <utility>
+
 #include <pelta/Annotations/PgmLocationAnnotationView.h>
 #include <pelta/Annotations/PgmLocationIcon.h>
 #include <pelta/Platform/Bundle.h>
@@ -83,9 +85,11 @@ void PgmMapView::completeConstruction(std::string_view className) {
 void PgmMapView::mapViewInit() {
     mapDelegate_->setPgmMapView(sharedThis());
     locationIcon_->setMapview(sharedThis());
-    const bool hasOwnStyle = startOptions_ && (startOptions_->styleURL() || startOptions_->styleJSON());
+    if (startOptions_) {
+        setStyleOf(*startOptions_);
+    }
     engine_ = MLNMapView::initWithFrameStyleURL(
-        bounds(), hasOwnStyle ? std::nullopt : std::optional(std::string(defaultStyleURL())));
+        bounds(), firstStyle_ ? std::nullopt : std::optional(std::string(defaultStyleURL())));
     shapes_->setEngine(engine_);
     addSubview(engine_);
     fillSuperview(*engine_, *this);
@@ -95,12 +99,12 @@ void PgmMapView::mapViewInit() {
     replaceImage(*engine_->compassView(), "peltamap_compass_normal");
     engine_->setContentInset(engine_->contentInset(), false, [] {});
     recognizersInit();
-    if (hasOwnStyle) {
-        loadStyleOf(*startOptions_);
+    if (const auto setStyle = std::exchange(firstStyle_, nullptr)) {
+        setStyle(*engine_);
     }
 }
 
-void PgmMapView::loadStyleOf(const PgmMapOptions& options) {
+void PgmMapView::setStyleOf(const PgmMapOptions& options) {
     if (const auto& document = options.styleJSON()) {
         setStyleJSON(*document);
     } else if (const auto& address = options.styleURL()) {

@@ -51,12 +51,16 @@ void forward(std::shared_ptr<MLNMapView> engine, void (MLNMapView::*setter)(Valu
 void PgmMapView::setStyleURL(const std::string& address) {
     if (engine_) {
         engine_->setStyleURL(address);
+    } else {
+        firstStyle_ = [address](MLNMapView& engine) { engine.setStyleURL(address); };
     }
 }
 
 void PgmMapView::setStyleJSON(std::string document) {
     if (engine_) {
         engine_->setStyleJSON(std::move(document));
+    } else {
+        firstStyle_ = [document = std::move(document)](MLNMapView& engine) { engine.setStyleJSON(document); };
     }
 }
 

@@ -80,8 +80,8 @@ class PgmMapView : public UIView {
     /// @{
     /// Loads a style in place of the present one, which stays until the new one has come, and stays if that
     /// fails. The delegate hears how it ended, never before this returns. Of styles set one after another
-    /// only the last is answered. Nothing happens before `completeConstruction`; see
-    /// `PgmMapOptions::setStyleURL`.
+    /// only the last is answered. One that a subclass's constructor sets is the first one loaded, unless the
+    /// options name another; see `PgmMapOptions::setStyleURL`.
     ///
     ///     map->setStyleURL("styles/dark.json");
     ///
@@ -401,7 +401,7 @@ class PgmMapView : public UIView {
     void tellTrackingMode();
     void locationButtonAction();
     void mapViewInit();
-    void loadStyleOf(const PgmMapOptions& options);
+    void setStyleOf(const PgmMapOptions& options);
     void recognizersInit();
     void controllerInit();
     [[nodiscard]] std::shared_ptr<PgmMapView> sharedThis();
@@ -419,6 +419,8 @@ class PgmMapView : public UIView {
     std::shared_ptr<PgmLocationIcon> locationIcon_;
     std::weak_ptr<PgmMapDelegate> delegate_;
     std::weak_ptr<PgmMapDelegate> clusterDelegate_;
+    /// Hands over the style that was set before the engine's view was there.
+    std::function<void(MLNMapView&)> firstStyle_;
     LocationButtonEvent locationButtonEvent_;
     PgmUserTrackingMode toldTrackingMode_ = PgmUserTrackingMode::off;
     Settings settings_;

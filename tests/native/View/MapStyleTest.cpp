@@ -102,15 +102,32 @@ TEST_F(MapStyleTest, AStyleThatFailsLeavesThePresentOneAndSaysSoInOneLine) {
     }
 }
 
-TEST_F(MapStyleTest, OptionsNameTheFirstStyle) {
+/// A map whose constructor sets a style.
+class MapWithStyle final : public PgmMapView {
+ public:
+    MapWithStyle(CGRect frame, std::shared_ptr<PgmMapOptions> options,
+                 const std::shared_ptr<PgmMapDelegate>& log)
+        : PgmMapView(frame, std::move(options), log) {
+        setStyleURL("missing.json");
+        setStyleJSON(styleNamed("constructor"));
+    }
+};
+
+TEST_F(MapStyleTest, ConstructorsAndOptionsNameTheFirstStyle) {
     const auto options = PgmMapOptions::create();
     const auto events = [&] {
         const auto map = PgmMapView::create(window->bounds(), options, log);
         return outcome().first;
     };
+    const auto eventsOfSubclass = [&] {
+        const auto map = make<MapWithStyle>(window->bounds(), options, log);
+        return outcome().first;
+    };
     EXPECT_EQ(events(), "empty") << "the default one";
+    EXPECT_EQ(eventsOfSubclass(), "constructor");
     options->setStyleURL("other.json");
     EXPECT_EQ(events(), "other");
+    EXPECT_EQ(eventsOfSubclass(), "other");
     options->setStyleJSON(styleNamed("text"));
     EXPECT_EQ(events(), "text");
     EXPECT_EQ(options->styleURL(), std::nullopt);
