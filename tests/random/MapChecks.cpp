@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 #include <tuple>
 #include <type_traits>
+#include <typeinfo>
 
 #include "Checks.h"
 #include "World.h"
@@ -56,34 +58,19 @@ void append(LayerNames& names, const PgmShape& shape) {
 /// The document's layers, below its lowest label shapes of a negative `globalZIndex`, and above all the
 /// others.
 LayerNames expectedLayers(const MLNStyle& style, const Shapes& shapes) {
-    LayerNames names;
-    bool hasLabels = false;
-    const auto appendLow = [&] {
-        for (const auto& shape : shapes) {
-            if (shape->globalZIndex() < 0) {
-                append(names, *shape);
-            }
-        }
-    };
+    LayerNames belowLabels;
+    LayerNames above;
     for (const auto& layer : style.layers()) {
-        if (!layer->isFromDocument()) {
-            continue;
+        if (layer->isFromDocument()) {
+            const bool isLabel = layer->kind() == MLNStyleLayerKind::symbol;
+            (isLabel || !above.empty() ? above : belowLabels).push_back(layer->identifier());
         }
-        if (layer->kind() == MLNStyleLayerKind::symbol && !hasLabels) {
-            hasLabels = true;
-            appendLow();
-        }
-        names.push_back(layer->identifier());
-    }
-    if (!hasLabels) {
-        appendLow();
     }
     for (const auto& shape : shapes) {
-        if (shape->globalZIndex() >= 0) {
-            append(names, *shape);
-        }
+        append(shape->globalZIndex() < 0 ? belowLabels : above, *shape);
     }
-    return names;
+    belowLabels.insert(belowLabels.end(), above.begin(), above.end());
+    return belowLabels;
 }
 
 void checkLayers(const MLNStyle& style, const Shapes& shapes, const std::string& name) {
@@ -95,10 +82,8 @@ void checkLayers(const MLNStyle& style, const Shapes& shapes, const std::string&
     check(found == expected, "layers",
           name + " has the layers " + inWords(found) + "\nits shapes say " + inWords(expected));
     for (const auto& shape : shapes) {
-        const bool isBare = dynamic_cast<PgmAreaShape*>(shape.get()) == nullptr &&
-                            dynamic_cast<PgmPolyline*>(shape.get()) == nullptr &&
-                            dynamic_cast<PgmMarker*>(shape.get()) == nullptr &&
-                            dynamic_cast<PgmInfoWindow*>(shape.get()) == nullptr;
+        const auto& type = typeid(*shape);
+        const bool isBare = type == typeid(PgmShape) || type == typeid(ApplicationShape<PgmShape>);
         check(isBare != !shape->styleLayers().empty(), "layers of a shape",
               shape->identifier() + " has no layers of its own");
         for (const auto& layer : shape->styleLayers()) {
@@ -152,18 +137,10 @@ void append(Features& features, const MLNShape* shape) {
     }
 }
 
-Features featuresOf(const MLNShapeSource& source) {
+Features featuresOf(const std::vector<std::shared_ptr<const MLNShape>>& all) {
     Features features;
-    append(features, source.shape().get());
-    std::sort(features.begin(), features.end());
-    return features;
-}
-
-Features featuresOf(const Shapes& shapes) {
-    Features features;
-    for (const auto& shape : shapes) {
-        const auto feature = shape->feature();
-        append(features, feature.get());
+    for (const auto& shape : all) {
+        append(features, shape.get());
     }
     std::sort(features.begin(), features.end());
     return features;
@@ -174,14 +151,18 @@ Features featuresOf(const Shapes& shapes) {
 void checkSource(World& world, PgmMapView& map, const Shapes& shapes, const std::string& name) {
     const auto source = map.mapView()->style()->sourceWithIdentifier("pel-shapes");
     check(source != nullptr, "shared source", name + " has no source for its shapes");
-    const Features expected = featuresOf(shapes);
-    const Features found = featuresOf(*source);
+    std::vector<std::shared_ptr<const MLNShape>> ofShapes;
+    for (const auto& shape : shapes) {
+        ofShapes.push_back(shape->feature());
+    }
+    const Features expected = featuresOf(ofShapes);
+    const Features found = featuresOf({source->shape()});
     check(std::includes(found.begin(), found.end(), expected.begin(), expected.end()), "missing features",
           name + " lacks features of its shapes");
     map.setNeedUpdateShapes(true);
     map.triggerRepaint();
     check(world.port.runUntilIdle(), "rest", name + " does not come to rest after its source was built");
-    check(featuresOf(*source) == expected, "left features",
+    check(featuresOf({source->shape()}) == expected, "left features",
           name + " has features of shapes that are not on it");
 }
 
@@ -208,10 +189,10 @@ bool isWithin(double value, double lowest, double highest) {
 void checkCamera(const PgmMapView& map, const std::string& name) {
     const auto camera = map.cameraPosition();
     const auto& engine = *map.mapView();
-    const std::string found = name + " looks at " + std::to_string(camera->target().latitude) + ", " +
-                              std::to_string(camera->target().longitude) + ", zoom " +
-                              std::to_string(camera->zoom()) + ", tilt " + std::to_string(camera->tilt()) +
-                              ", bearing " + std::to_string(camera->bearing());
+    std::ostringstream words;
+    words << name << " looks at " << camera->target().latitude << ", " << camera->target().longitude
+          << ", zoom " << camera->zoom() << ", tilt " << camera->tilt() << ", bearing " << camera->bearing();
+    const std::string found = words.str();
     check(std::abs(camera->target().latitude) <= 90 && std::abs(camera->target().longitude) <= 180,
           "camera's target", found);
     check(isWithin(camera->zoom(), engine.minimumZoomLevel(), engine.maximumZoomLevel()), "camera's zoom",
