@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "Shrinking.h"
+#include "Attempt.h"
 
 namespace {
 

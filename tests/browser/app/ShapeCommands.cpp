@@ -57,7 +57,7 @@ void given(const val& options, const char* name, Shape& shape, void (Shape::*set
 }
 
 /// Changes what the options name and leaves the rest.
-void apply(PgmShape& shape, const val& options) {
+void setOptions(PgmShape& shape, const val& options) {
     given(options, "zIndex", shape, &PgmShape::setZIndex);
     given(options, "globalZIndex", shape, &PgmShape::setGlobalZIndex);
     given(options, "minZoom", shape, &PgmShape::setVisibleMinZoom);
@@ -85,7 +85,7 @@ void apply(PgmShape& shape, const val& options) {
 }
 
 int show(const std::shared_ptr<PgmShape>& shape, const val& options) {
-    apply(*shape, options);
+    setOptions(*shape, options);
     shape->setMapView(Stage::shared().map(static_cast<int>(number(options, "map", 0))).view);
     return Stage::shared().addShape(shape);
 }
@@ -163,7 +163,7 @@ EMSCRIPTEN_BINDINGS(shape_commands) {
     emscripten::function("addPolyline", &addPolyline);
     emscripten::function("addPolygon", &addPolygon);
     emscripten::function("addCircle", &addCircle);
-    command("change", [](int shape, val options) { apply(Stage::shared().shape(shape), options); });
+    command("change", [](int shape, val options) { setOptions(Stage::shared().shape(shape), options); });
     emscripten::function("shapesIn", &shapesIn);
     emscripten::function("setDrawsLayersLiterally", &pelta::setDrawsLayersLiterally);
     command("setZIndex", [](int shape, int zIndex) { Stage::shared().shape(shape).setZIndex(zIndex); });

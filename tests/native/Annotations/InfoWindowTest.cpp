@@ -121,11 +121,11 @@ TEST_F(InfoWindowTest, WhatCannotBeDrawnLeavesThePictureAsItIs) {
 TEST_F(InfoWindowTest, StandsOnItsMarkerOrAtItsPosition) {
     const auto marker = PgmMarker::markerWithPosition(seoul);
     const auto other = PgmMarker::markerWithPosition({35, 129});
-    marker->setMapView(map);
     other->setIconScale(2);
-    other->setMapView(map);
     const auto info = PgmInfoWindow::create();
-    info->setMapView(map);
+    for (const auto& shape : std::initializer_list<std::shared_ptr<PgmShape>>{marker, other, info}) {
+        shape->setMapView(map);
+    }
     EXPECT_EQ(info->feature()->attribute("identifier"), nullptr) << "it is nowhere yet";
     info->setMarker(marker);
     EXPECT_TRUE(port.runUntilIdle());

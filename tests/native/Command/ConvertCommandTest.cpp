@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <string>
 
+#include "CaseFile.h"
 #include "Command/CommandRun.h"
 
 namespace {
@@ -63,36 +64,13 @@ TEST_F(ConvertCommandTest, KnowsAllSystems) {
 }
 
 TEST_F(ConvertCommandTest, NamesLinesThatCannotBeConverted) {
-    const struct {
-        std::string line;
-        std::string expected;
-        std::string reason;
-    } cases[] = {
-        {"hello", "* *", "the line does not start with a number"},
-        {"hello, world and moon", "* * and moon", "the line does not start with a number"},
-        {",1 2", "* * 2", "the line does not start with a number"},
-        {"12x 37 a", "* * a", "the line does not start with a number"},
-        {"0x7f 37", "* *", "the line does not start with a number"},
-        {"+-1 37", "* *", "the line does not start with a number"},
-        {"127", "* *", "there is no second number"},
-        {"127,\r", "* *\r", "there is no second number"},
-        {"127,,37", "* * 37", "there is no second number"},
-        {"127 north end", "* * end", "the second word is not a number"},
-        {"127;37", "* *", "the line does not start with a number"},
-        {"nan 37 a", "* * a", "the result is not finite"},
-        {"127 -inf a", "* * a", "the result is not finite"},
-        {"1e400 37 a", "* * a", "the first number is out of range"},
-        {"127 -1e400 a", "* * a", "the second number is out of range"},
-        {"1e400x 37", "* *", "the line does not start with a number"},
-    };
     std::ofstream file(path("some lines.txt"));
     std::string expected, reasons;
     int number = 0;
-    for (const auto& [line, result, reason] : cases) {
+    for (const auto& [line, answer] : casesOf("Command/bad-lines.txt")) {
         file << degrees << "\n" << line << "\n";
-        expected += katec + "\n" + result + "\n";
-        number += 2;
-        reasons += "some lines.txt:" + std::to_string(number) + ": " + reason + "\n";
+        expected += katec + "\n" + answer.at(0) + "\n";
+        reasons += "some lines.txt:" + std::to_string(number += 2) + ": " + answer.at(1) + "\n";
     }
     file.close();
     const auto outcome = run("convert --from wgs84 --to katec 'some lines.txt'");

@@ -30,19 +30,18 @@ class CameraEventsTest : public EngineTest {
 };
 
 TEST_F(CameraEventsTest, AnAnimationFollowsItsCurve) {
-    struct Case {
-        std::optional<CAMediaTimingFunction> timing;
-        double quarter;  // progress after a quarter of the time
-    };
-    for (const auto& each : {Case{std::nullopt, 0.25}, Case{CAMediaTimingFunction::easeIn(), 0.0935},
-                             Case{CAMediaTimingFunction::easeOut(), 0.3781}}) {
+    using Timing = std::optional<CAMediaTimingFunction>;
+    // Progress after a quarter of the time.
+    for (const auto& [timing, quarter] : {std::pair(Timing(), 0.25),
+                                          {CAMediaTimingFunction::easeIn(), 0.0935},
+                                          {CAMediaTimingFunction::easeOut(), 0.3781}}) {
         jumpTo({0, 0});
-        view->setCamera(cameraAt(*view, {0, 8}, 10, 40, 300), 2, each.timing, count());
+        view->setCamera(cameraAt(*view, {0, 8}, 10, 40, 300), 2, timing, count());
         completions = 0;
         port.advance(0.5);
-        EXPECT_NEAR(view->centerCoordinate().longitude, 8 * each.quarter, 0.15);
-        EXPECT_NEAR(view->camera().pitch, 40 * each.quarter, 0.8);
-        EXPECT_NEAR(view->direction(), 360 - 60 * each.quarter, 1.2);
+        EXPECT_NEAR(view->centerCoordinate().longitude, 8 * quarter, 0.15);
+        EXPECT_NEAR(view->camera().pitch, 40 * quarter, 0.8);
+        EXPECT_NEAR(view->direction(), 360 - 60 * quarter, 1.2);
         EXPECT_EQ(completions, 0);
         port.advance(1.6);
         expectView(*view, {0, 8}, 10, 40, 300);

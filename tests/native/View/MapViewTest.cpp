@@ -1,4 +1,5 @@
 #include <array>
+#include <tuple>
 
 #include "View/MapFixture.h"
 
@@ -107,28 +108,23 @@ TEST_F(MapViewTest, WritesBeforeTheEngineViewExistsOnlyStore) {
 }
 
 TEST_F(MapViewTest, UserTrackingModesShowAndFollowTheLocation) {
-    struct Case {
-        PgmUserTrackingMode mode;
-        bool isShown;
-        MLNUserTrackingMode engineMode;
-    };
     using Mode = PgmUserTrackingMode;
     using EngineMode = MLNUserTrackingMode;
-    const Case cases[] = {
+    const std::tuple<Mode, bool, EngineMode> cases[] = {
         {Mode::none, true, EngineMode::none},
         {Mode::follow, true, EngineMode::follow},
         {Mode::followWithHeading, true, EngineMode::followWithHeading},
         {Mode::off, false, EngineMode::followWithHeading},
     };
     const auto map = makeMap();
-    for (const auto& testCase : cases) {
-        SCOPED_TRACE(static_cast<unsigned>(testCase.mode));
-        map->setUserTrackingMode(testCase.mode);
+    for (const auto& [mode, isShown, engineMode] : cases) {
+        SCOPED_TRACE(static_cast<unsigned>(mode));
+        map->setUserTrackingMode(mode);
         map->moveCamera(nullptr);
-        EXPECT_EQ(map->userTrackingMode(), testCase.mode);
-        EXPECT_EQ(engineOf(map).showsUserLocation(), testCase.isShown);
-        EXPECT_EQ(port.isLocationObserved(), testCase.isShown);
-        EXPECT_EQ(engineOf(map).userTrackingMode(), testCase.engineMode);
+        EXPECT_EQ(map->userTrackingMode(), mode);
+        EXPECT_EQ(engineOf(map).showsUserLocation(), isShown);
+        EXPECT_EQ(port.isLocationObserved(), isShown);
+        EXPECT_EQ(engineOf(map).userTrackingMode(), engineMode);
     }
     EXPECT_TRUE(engineOf(map).showsHeading());
     EXPECT_DEATH(map->setUserTrackingMode(static_cast<PgmUserTrackingMode>(4)), "user tracking mode 4");

@@ -65,19 +65,16 @@ TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
     map->setIsZoomControlVisible(true);
     UIButton& plus = button(map->zoomView(), 0);
     UIButton& minus = button(map->zoomView(), 2);
-    struct Case {
-        double from, maximum;
-        UIButton& pressed;
-        double to;
-    };
-    for (const Case& c : {Case{19.5, 22, plus, 20.5}, Case{19.5, 20, plus, 20}, Case{19.5, 20, minus, 18.5},
-                          Case{0.25, 20, minus, 0}}) {
-        map->setMaximumZoomLevel(c.maximum);
-        map->setZoomLevel(c.from);
-        port.tap(*window, middleOf(c.pressed));
-        EXPECT_NEAR(engineOf(map).zoomLevel(), c.from, 1e-9) << "animated";
+    for (const auto& [from, maximum, pressed, to] : {std::tuple{19.5, 22., &plus, 20.5},
+                                                     {19.5, 20., &plus, 20.},
+                                                     {19.5, 20., &minus, 18.5},
+                                                     {0.25, 20., &minus, 0.}}) {
+        map->setMaximumZoomLevel(maximum);
+        map->setZoomLevel(from);
+        port.tap(*window, middleOf(*pressed));
+        EXPECT_NEAR(engineOf(map).zoomLevel(), from, 1e-9) << "animated";
         port.advance(1);
-        EXPECT_NEAR(engineOf(map).zoomLevel(), c.to, 1e-9);
+        EXPECT_NEAR(engineOf(map).zoomLevel(), to, 1e-9);
     }
     map->setZoomLevel(10.3);
     port.tap(*window, middleOf(plus));

@@ -140,24 +140,6 @@ TEST_F(ShapeRegistryTest, ItsLayersAreOnTheMapThatAShapeWasPutOnLast) {
     }
 }
 
-TEST_F(ShapeRegistryTest, MapHoldsItsShapesAndShapesDoNotHoldTheMap) {
-    auto map = makeLoadedMap();
-    std::weak_ptr<PgmMarker> marker;
-    {
-        const auto made = namedMarker("marker");
-        marker = made;
-        made->setMapView(map);
-    }
-    port.runFrame();
-    ASSERT_FALSE(marker.expired());
-    const auto kept = marker.lock();
-    map->removeFromSuperview();
-    map.reset();
-    EXPECT_EQ(kept->mapView(), nullptr);
-    kept->setTitle("alone");
-    kept->setMapView(nullptr);
-}
-
 TEST_F(ShapeRegistryTest, ASecondStyleGetsTheSameLayersAndPictures) {
     const auto map = makeLoadedMap();
     const auto line = namedLine("line");
@@ -258,13 +240,6 @@ TEST_F(ShapeRegistryTest, AShapeThatIsAskedMayDoAnythingToTheMap) {
     };
     const Case cases[] = {
         {"takes itself away", [](Stage&, PgmShape& asked) { asked.setMapView(nullptr); }, "a b"},
-        {"takes its neighbours away",
-         [](Stage& stage, PgmShape&) {
-             stage.shapes.front()->setMapView(nullptr);
-             stage.map->removeShape(stage.shapes.back());
-             stage.shapes.clear();
-         },
-         "asked"},
         {"takes all away and forgets them",
          [](Stage& stage, PgmShape&) {
              for (const auto& shape : std::exchange(stage.shapes, {})) {
