@@ -4,6 +4,7 @@
 #include <sstream>
 #include <type_traits>
 
+#include "CaseFile.h"
 #include "View/MapFixture.h"
 
 namespace pelta {
@@ -103,8 +104,8 @@ std::vector<Case> commonCases(std::size_t layers) {
 class ShapePropertiesTest : public MapFixture {
  protected:
     /// @param make    a shape that is on no map yet.
-    /// @param unset   what the shape draws at first, at least.
-    void check(const std::function<std::shared_ptr<PgmShape>()>& make, const Drawn& unset,
+    /// @param kind    what new-shapes.txt calls its kind.
+    void check(const std::string& kind, const std::function<std::shared_ptr<PgmShape>()>& make,
                std::vector<Case> cases) {
         const auto map = makeLoadedMap();
         const auto plain = make();
@@ -113,8 +114,12 @@ class ShapePropertiesTest : public MapFixture {
             cases.push_back(std::move(common));
         }
         const auto defaults = drawnOf(*plain);
-        for (const auto& [name, value] : unset) {
-            EXPECT_EQ(valueIn(defaults, name), value) << name;
+        for (const auto& [name, properties] : casesOf("Annotations/new-shapes.txt")) {
+            for (const auto& property : name == kind ? properties : std::vector<std::string>()) {
+                const auto middle = property.find(" = ");
+                EXPECT_EQ(valueIn(defaults, property.substr(0, middle)), property.substr(middle + 3))
+                    << property;
+            }
         }
         for (const auto& testCase : cases) {
             SCOPED_TRACE(testCase.name);
@@ -163,32 +168,9 @@ const char* const tealText = "0 0.5 0.5 0.25";
 
 TEST_F(ShapePropertiesTest, Marker) {
     using M = PgmMarker;
-    const Drawn unset{{"text-field", ""},
-                      {"text-font", "NotoSansRegular"},
-                      {"text-size", "12"},
-                      {"text-max-width", "0"},
-                      {"text-anchor", "top"},
-                      {"text-optional", "true"},
-                      {"text-allow-overlap", "true"},
-                      {"text-pitch-alignment", "viewport"},
-                      {"text-color", textOf(UIColor::black())},
-                      {"text-halo-color", textOf(UIColor::white())},
-                      {"text-halo-width", "2"},
-                      {"text-opacity", "1"},
-                      {"icon-image", PgmImage::markerImageRed()->reuseIdentifier()},
-                      {"icon-size", "1"},
-                      {"icon-rotate", "0"},
-                      {"icon-anchor", "center"},
-                      {"icon-allow-overlap", "true"},
-                      {"icon-ignore-placement", "unset"},
-                      {"icon-pitch-alignment", "viewport"},
-                      {"icon-rotation-alignment", "viewport"},
-                      {"icon-opacity", "1"},
-                      {"icon-halo-color", "1 1 1 0.5"},
-                      {"icon-halo-width", "1"},
-                      {"geometry", "0 0"}};
     const auto blue = PgmImage::markerImageBlue();
-    check(PgmMarker::create, unset,
+    EXPECT_EQ(PgmMarker::create()->iconImage(), PgmImage::markerImageRed());
+    check("marker", PgmMarker::create,
           {row("icon", &M::setIconImage, blue, {{"icon-image", blue->reuseIdentifier()}}),
            row("icon scale", &M::setIconScale, 2, {{"icon-size", "2"}}),
            row("title", &M::setTitle, "Seoul", {{"text-field", "Seoul"}}),
@@ -229,11 +211,8 @@ TEST_F(ShapePropertiesTest, Marker) {
 
 TEST_F(ShapePropertiesTest, Polyline) {
     using L = PgmPolyline;
-    const Drawn unset{{"line-width", "2.5"},  {"line-color", textOf(UIColor::black())},
-                      {"line-cap", "butt"},   {"line-join", "miter"},
-                      {"line-dasharray", ""}, {"geometry", "1 2, 3 4"}};
     const Coordinates two{{1, 2}, {3, 4}};
-    check([&] { return PgmPolyline::create(two); }, unset,
+    check("polyline", [&] { return PgmPolyline::create(two); },
           {row("width", &L::setWidth, 7, {{"line-width", "7"}}),
            row("color", &L::setColor, teal, {{"line-color", tealText}}),
            row("round cap", &L::setCapType, PgmLineCap::round, {{"line-cap", "round"}}),
@@ -254,41 +233,26 @@ std::vector<Case> areaCases(Case more) {
 
 TEST_F(ShapePropertiesTest, Areas) {
     const Coordinates three{{1, 2}, {3, 4}, {5, 6}};
-    check([&] { return PgmPolygon::create(three); },
-          {{"fill-color", textOf(UIColor::white())},
-           {"line-width", "0"},
-           {"line-color", textOf(UIColor::black())},
-           {"line-join", "round"},
-           {"geometry", "1 2, 3 4, 5 6"}},
-          areaCases(row("coordinates", &PgmPolygon::setCoords, {{5, 6}, {7, 8}, {9, 1}},
-                        {{"geometry", "5 6, 7 8, 9 1"}})));
+    check(
+        "polygon", [&] { return PgmPolygon::create(three); },
+        areaCases(row("coordinates", &PgmPolygon::setCoords, {{5, 6}, {7, 8}, {9, 1}},
+                      {{"geometry", "5 6, 7 8, 9 1"}})));
     const auto makeCircle = [] { return PgmCircle::create(CLLocationCoordinate2D{1, 2}, 50, teal); };
-    const Drawn unset{{"fill-color", tealText}, {"line-width", "0"}, {"line-join", "round"}};
-    check(makeCircle, unset, areaCases(row("radius", &PgmCircle::setRadius, 5000, {{"geometry", "*"}})));
+    check("circle", makeCircle, areaCases(row("radius", &PgmCircle::setRadius, 5000, {{"geometry", "*"}})));
     void (PgmCircle::*setCenter)(CLLocationCoordinate2D) = &PgmCircle::setCenter;
-    check(makeCircle, unset, {row("center", setCenter, {3, 4}, {{"geometry", "*"}})});
+    check("circle", makeCircle, {row("center", setCenter, {3, 4}, {{"geometry", "*"}})});
 }
 
 TEST_F(ShapePropertiesTest, InfoWindow) {
     void (PgmInfoWindow::*setPosition)(CLLocationCoordinate2D) = &PgmInfoWindow::setPosition;
-    check(
-        [&] {
-            auto window = PgmInfoWindow::create();
-            ((*window).*setPosition)({1, 2});
-            return window;
-        },
-        {{"icon-image", "each its iconImageName"},
-         {"icon-offset", "each its iconOffset"},
-         {"icon-size", "1"},
-         {"icon-opacity", "1"},
-         {"icon-anchor", "bottom"},
-         {"icon-allow-overlap", "true"},
-         {"icon-ignore-placement", "true"},
-         {"icon-halo-color", "1 1 1 0.5"},
-         {"icon-halo-width", "1"},
-         {"geometry", "1 2"}},
-        {row("alpha", &PgmInfoWindow::setAlpha, 0.5, {{"icon-opacity", "0.5"}}),
-         row("position", setPosition, {3, 4}, {{"geometry", "3 4"}})});
+    const auto makeWindow = [&] {
+        auto window = PgmInfoWindow::create();
+        ((*window).*setPosition)({1, 2});
+        return window;
+    };
+    check("info window", makeWindow,
+          {row("alpha", &PgmInfoWindow::setAlpha, 0.5, {{"icon-opacity", "0.5"}}),
+           row("position", setPosition, {3, 4}, {{"geometry", "3 4"}})});
 }
 
 }  // namespace
