@@ -56,7 +56,10 @@ test('pictures that a window no longer shows leave the engine, and none is misse
         const original = Map.prototype.addImage;
         globalThis.missed = [];
         Map.prototype.addImage = function record(...values) {
-            globalThis.engineMap ??= this.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
+            if (globalThis.engineMap !== this) {
+                globalThis.engineMap = this;
+                this.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
+            }
             return original.apply(this, values);
         };
     });
