@@ -39,6 +39,7 @@ TEST_F(CameraUpdateTest, UpdatesChangeWhatTheySayAndNothingElse) {
     };
     const Case cases[] = {
         {"zoom in", PgmCameraUpdate::cameraUpdateZoomIn(), at(seoul, 11, 20, 30)},
+        {"zoom out", PgmCameraUpdate::cameraUpdateZoomOut(), at(seoul, 9, 20, 30)},
         {"zoom to", PgmCameraUpdate::cameraUpdateZoomTo(3), at(seoul, 3, 20, 30)},
         {"tilt to", PgmCameraUpdate::cameraUpdateTiltTo(60), at(seoul, 10, 60, 30)},
         {"target and zoom", PgmCameraUpdate::cameraUpdateTargetToZoomTo({35, 129}, 8),
