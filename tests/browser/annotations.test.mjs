@@ -1,14 +1,12 @@
 // Info windows and the user's position, by the pixels and the elements on the screen.
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { assertNear, degree, ground, openStudio } from './support/page.mjs';
+import { test } from 'node:test';
+import { assertNear, degree, ground, useStudio } from './support/page.mjs';
 import { isNear } from './support/picture.mjs';
 
 const white = [255, 255, 255];
 
-let studio;
-before(async () => (studio = await openStudio()));
-after(() => studio.close());
+const studio = useStudio();
 
 for (const scale of [1, 2]) {
     test(`a bubble stands above its pin with the tip on it, at ${scale} pixels a point`, async () => {
@@ -32,7 +30,6 @@ for (const scale of [1, 2]) {
         for (let x = bubble.left + 8; x < bubble.right - 8; x += 1 / scale) {
             assert.ok(isNear(picture.at(x, 72), white), `no seam at ${x}`);
         }
-        assert.deepEqual(stage.errors, []);
     });
 }
 
@@ -50,7 +47,6 @@ test('a view of the application is drawn as it stands, groups as a whole', async
     for (const [x, y, color, what] of wanted) {
         assert.ok(isNear(picture.at(x, y), color), `${what}: ${picture.at(x, y)} instead of ${color}`);
     }
-    assert.deepEqual(stage.errors, []);
 });
 
 test('pictures that a window no longer shows leave the engine, and none is missed', async () => {
@@ -58,34 +54,27 @@ test('pictures that a window no longer shows leave the engine, and none is misse
     await stage.page.evaluate(async () => {
         const { Map } = await import('./maplibre-gl.mjs');
         const original = Map.prototype.addImage;
+        globalThis.missed = [];
         Map.prototype.addImage = function record(...values) {
-            globalThis.engineMap = this;
+            if (globalThis.engineMap !== this) {
+                globalThis.engineMap = this;
+                this.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
+            }
             return original.apply(this, values);
         };
     });
     await stage.openMap();
     const [window] = await stage.act([['addInfoWindow', { at: [0, 0], title: 'text' }]]);
-    await stage.page.evaluate(() => {
-        globalThis.missed = [];
-        globalThis.engineMap.on('styleimagemissing', ({ id }) => globalThis.missed.push(id));
-    });
     const images = () => stage.page.evaluate(() => globalThis.engineMap.listImages());
     const first = await images();
-    for (let i = 0; i < 20; ++i) {
-        await stage.page.evaluate(async (index) => {
-            globalThis.pelta.redrawInfoWindow(index);
-            await new Promise((drawn) => requestAnimationFrame(drawn));
-        }, window);
+    for (let i = 0; i < 5; ++i) {
+        await stage.act([['redrawInfoWindow', window]]);
     }
-    await stage.act([['redrawInfoWindow', window]]);
     const last = await images();
-    assert.equal(first.length, 1);
-    assert.equal(last.length, 1, last.join());
+    assert.deepEqual([first.length, last.length], [1, 1]);
     assert.notDeepEqual(last, first);
     assert.deepEqual(await stage.page.evaluate(() => globalThis.missed), []);
-    const picture = await stage.picture('info-window-redrawn');
-    assert.ok(isNear(picture.at(200, 115), white), 'drawn');
-    assert.deepEqual(stage.errors, []);
+    assert.ok(isNear((await stage.picture('info-window-redrawn')).at(200, 115), white), 'drawn');
 });
 
 const dot = (stage) => stage.page.locator('[aria-label="Your location"]');
@@ -148,49 +137,29 @@ for (const scale of [1, 2]) {
         picture = await stage.picture(`location-tilted-${scale}x`);
         const tilted = await dot(stage).locator('canvas').boundingBox();
         assertNear(tilted.height / tilted.width, 0.5, 0.02, 'lies on the tilted map');
-        assert.deepEqual(stage.errors, []);
     });
 }
 
 test('the halo pulses, and stands still where less motion is preferred', async () => {
     const stage = await openUser(1);
-    const pulses = () =>
-        dot(stage).evaluate((element) =>
-            element.getAnimations({ subtree: true }).map((animation) => ({
-                state: animation.playState,
-                time: animation.currentTime,
-                ...animation.effect.getTiming(),
-                frames: animation.effect.getKeyframes().map(({ offset, scale, opacity }) => [offset, scale ?? opacity]),
-            })),
-        );
-    const running = await pulses();
-    assert.deepEqual(running.map(({ state }) => state), ['running', 'running']);
-    for (const { duration, iterations, easing } of running) {
-        assert.deepEqual([duration, iterations, easing], [3000, Infinity, 'cubic-bezier(0.25, 0.1, 0.25, 1)']);
-    }
-    assert.deepEqual(running.map(({ frames }) => frames), [
-        [[0, '0'], [0.2, '0.35'], [1, '1']],
-        [[0, '0.4'], [0.2, '0.4'], [1, '0']],
-    ]);
-    const prefer = async (reducedMotion, state) => {
+    const prefer = async (reducedMotion, wanted) => {
         await stage.page.emulateMedia({ reducedMotion });
-        await stage.page.waitForFunction(
-            (wanted) => {
-                const dot = document.querySelector('[aria-label="Your location"]');
-                const states = dot.getAnimations({ subtree: true }).map(({ playState }) => playState);
-                return states.length === 2 && states.every((each) => each === wanted);
-            },
-            state,
-        );
+        await stage.page.waitForFunction((state) => {
+            const pulses = document.querySelector('[aria-label="Your location"]').getAnimations({ subtree: true });
+            return pulses.length === 2 && pulses.every(({ playState }) => playState === state);
+        }, wanted);
     };
+    await prefer('no-preference', 'running');
+    assert.deepEqual(await dot(stage).evaluate((element) => element.getAnimations({ subtree: true }).map((animation) => [
+        animation.effect.getTiming().duration,
+        ...animation.effect.getKeyframes().map(({ offset, scale, opacity }) => [offset, scale ?? opacity]),
+    ])), [[3000, [0, '0'], [0.2, '0.35'], [1, '1']], [3000, [0, '0.4'], [0.2, '0.4'], [1, '0']]]);
     await prefer('reduce', 'paused');
     await stage.page.waitForTimeout(100);
     const picture = await stage.picture('location-halo-still');
     const [red, green] = picture.at(200, 165);
     assert.ok(red - green > 20, `the halo is seen beside the dot: ${picture.at(200, 165)}`);
     assert.ok(isNear(picture.at(200, 178), ground), 'and ends');
-    await prefer('no-preference', 'running');
-    assert.deepEqual(stage.errors, []);
 });
 
 for (const [what, reason, setting] of [
@@ -210,6 +179,5 @@ for (const [what, reason, setting] of [
         assert.equal(lines.filter((line) => line.includes('location is not known')).length, 1, lines.join('\n'));
         assert.equal(await stage.run('takeTaps'), reason);
         assert.equal(await dot(stage).count(), 0);
-        assert.deepEqual(stage.errors, []);
     });
 }

@@ -1,16 +1,14 @@
 // Where overlays are drawn, in what colour and in what order, by the pixels on the screen.
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { assertNear, degree, ground, openStudio, plainStyle } from './support/page.mjs';
+import { test } from 'node:test';
+import { assertNear, degree, ground, useStudio, plainStyle } from './support/page.mjs';
 import { isNear } from './support/picture.mjs';
 
 const red = [255, 0, 0];
 const green = [0, 255, 0];
 const blue = [0, 0, 255];
 
-let studio;
-before(async () => (studio = await openStudio()));
-after(() => studio.close());
+const studio = useStudio();
 
 /** Markers of every combination of anchor, angle, scale and size, on a grid of places 80 points apart. */
 function markerGrid() {
@@ -45,7 +43,6 @@ for (const scale of [1, 2]) {
             assertNear(spot.x, place.x, tolerance, `x of ${JSON.stringify(options)}`);
             assertNear(spot.y, place.y, tolerance, `y of ${JSON.stringify(options)}`);
         }
-        assert.deepEqual(stage.errors, []);
     });
 }
 
@@ -196,5 +193,4 @@ test('holes show what lies below, are outlined, and can be changed', async () =>
     check(await stage.picture('holes-gone'), [[100, 150, green, 'filled'], [60, 150, green, 'no outline'], [40, 150, green, 'filled']]);
     await stage.act([['change', first, { holes: [square(west, 40)] }]]);
     check(await stage.picture('holes-back'), [...large, [40, 150, green, 'one hole less']]);
-    assert.deepEqual(stage.errors, []);
 });

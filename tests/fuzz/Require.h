@@ -11,6 +11,9 @@ namespace pelta::fuzz {
 /// @param detail    what was found in its place.
 void require(bool holds, std::string_view property, std::string_view detail = {});
 
+/// Requires of a message that it is one line of text.
+void requireTidy(std::string_view message);
+
 /// Tells faults on a copy of the present standard error from now on, for programs that catch standard error.
 void keepReports();
 

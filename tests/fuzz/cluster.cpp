@@ -15,9 +15,7 @@ using nlohmann::ordered_json;
 using pelta::command::ExitCode;
 
 struct Options {
-    std::string zoom;
-    std::string distance;
-    std::string count;
+    std::string zoom, distance, count;
 };
 
 CommandResult cluster(const Options& options, std::string_view input) {
@@ -34,28 +32,14 @@ bool isJson(std::string_view text) {
         readable += static_cast<unsigned char>(byte) < 0x80 ? byte : '?';
     }
     const auto isOne = [](std::string_view part) {
-        struct Acceptor : nlohmann::json_sax<nlohmann::json> {
-            bool isTooLarge = false;
-            bool null() override { return true; }
-            bool boolean(bool) override { return true; }
-            bool number_integer(std::int64_t) override { return true; }
-            bool number_unsigned(std::uint64_t) override { return true; }
-            bool number_float(double, const std::string&) override { return true; }
-            bool string(std::string&) override { return true; }
-            bool binary(nlohmann::json::binary_t&) override { return true; }
-            bool start_object(std::size_t) override { return true; }
-            bool key(std::string&) override { return true; }
-            bool end_object() override { return true; }
-            bool start_array(std::size_t) override { return true; }
-            bool end_array() override { return true; }
-            bool parse_error(std::size_t, const std::string&,
-                             const nlohmann::detail::exception& error) override {
-                constexpr int numberOutOfRange = 406;
-                isTooLarge = error.id == numberOutOfRange;
-                return false;
-            }
-        } acceptor;
-        return nlohmann::json::sax_parse(part, &acceptor) || acceptor.isTooLarge;
+        // Numbers that are too large count as any others.
+        constexpr int numberOutOfRange = 406;
+        try {
+            static_cast<void>(nlohmann::json::parse(part));
+        } catch (const nlohmann::json::exception& error) {
+            return error.id == numberOutOfRange;
+        }
+        return true;
     };
     if (isOne(readable)) {
         return true;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <tuple>
 
 #include "Require.h"
 #include "data/GeoJsonReader.h"
@@ -52,14 +53,11 @@ json geometry(const MapData& data, const DataShape& shape) {
     for (const CLLocationCoordinate2D coordinate : data.coordinatesOf(shape)) {
         positions.push_back({coordinate.longitude, coordinate.latitude});
     }
-    switch (shape.kind) {
-        case ShapeKind::line:
-            return {{"type", "LineString"}, {"coordinates", positions}};
-        case ShapeKind::area:
-            return {{"type", "Polygon"}, {"coordinates", json::array({positions})}};
-        case ShapeKind::marker:
-        case ShapeKind::circle:
-            break;
+    if (shape.kind == ShapeKind::line) {
+        return {{"type", "LineString"}, {"coordinates", positions}};
+    }
+    if (shape.kind == ShapeKind::area) {
+        return {{"type", "Polygon"}, {"coordinates", json::array({positions})}};
     }
     return {{"type", "Point"}, {"coordinates", positions[0]}};
 }
@@ -74,13 +72,11 @@ std::string written(const MapData& data) {
     return json{{"type", "FeatureCollection"}, {"features", features}}.dump();
 }
 
-bool isShare(double value) {
-    return value >= 0 && value <= 1;
-}
-
 void requireSound(const MapData& data) {
     for (const ShapeStyle& style : data.styles) {
-        require(isShare(style.strokeOpacity) && isShare(style.fillOpacity), "opacities are from 0 to 1");
+        for (const double opacity : {style.strokeOpacity, style.fillOpacity}) {
+            require(opacity >= 0 && opacity <= 1, "opacities are from 0 to 1");
+        }
         require(style.strokeWidth >= 0 && std::isfinite(style.radius.value_or(0)), "lengths are finite");
     }
     for (const DataShape& shape : data.shapes) {
@@ -100,20 +96,15 @@ void requireMessages(const std::vector<std::string>& messages, std::size_t count
     require(messages.size() == std::min(count, MapData::listedMessages),
             "messages are listed up to their limit");
     for (const std::string& message : messages) {
-        const bool isPrintable = std::none_of(message.begin(), message.end(), [](char byte) {
-            return static_cast<unsigned char>(byte) < 0x20;
-        });
-        require(isPrintable && message.starts_with("data.geojson"),
-                "a message is one line with the document's name", message);
+        fuzz::requireTidy(message);
+        require(message.starts_with("data.geojson"), "a message starts with the document's name", message);
     }
 }
 
-bool isSame(const ShapeStyle& one, const ShapeStyle& other) {
-    return one.title == other.title && one.markerColor == other.markerColor && one.radius == other.radius &&
-           one.stroke == other.stroke && one.strokeWidth == other.strokeWidth &&
-           one.strokeOpacity == other.strokeOpacity && one.fill == other.fill &&
-           one.fillOpacity == other.fillOpacity && one.zIndex == other.zIndex &&
-           one.visibleMinZoom == other.visibleMinZoom && one.visibleMaxZoom == other.visibleMaxZoom;
+auto lookOf(const ShapeStyle& style) {
+    return std::tie(style.title, style.markerColor, style.radius, style.stroke, style.strokeWidth,
+                    style.strokeOpacity, style.fill, style.fillOpacity, style.zIndex, style.visibleMinZoom,
+                    style.visibleMaxZoom);
 }
 
 void requireReadAgain(const MapData& data) {
@@ -130,7 +121,8 @@ void requireReadAgain(const MapData& data) {
         require(one.kind == other.kind &&
                     std::equal(coordinates.begin(), coordinates.end(), others.begin(), others.end()),
                 "a shape keeps its coordinates", text);
-        require(isSame(data.styles[one.style], again.styles[other.style]), "a shape keeps its look", text);
+        require(lookOf(data.styles[one.style]) == lookOf(again.styles[other.style]), "a shape keeps its look",
+                text);
     }
 }
 

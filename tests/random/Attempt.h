@@ -19,6 +19,11 @@ struct Outcome {
 /// @param endOrder  the order in which the world is released.
 [[nodiscard]] Outcome attempt(const Operations& operations, std::uint32_t endOrder);
 
+/// Leaves out of failing operations as many as can be, as long as the rest fails in the same way.
+///
+/// @param fault  as `attempt` gave it for all of them.
+[[nodiscard]] Operations shrink(Operations operations, std::uint32_t endOrder, const std::string& fault);
+
 /// Loads what a process loads once (fonts, pictures, symbols), so that the processes of attempts have it from
 /// their start.
 void prepareAttempts();

@@ -1,16 +1,14 @@
 /// Maps that come and go, their styles, sizes and settings.
 
-#include <array>
-
-#include "Arguments.h"
+#include "Kinds.h"
 
 namespace pelta::random {
 
 namespace {
 
-CGRect frameOf(std::uint32_t slot, CGSize size) {
+CGRect frameOf(const Operation& operation) {
     constexpr double rowHeight = 200;
-    return {{0, rowHeight * slot}, size};
+    return {{0, rowHeight * operation.arguments[0]}, operation.size(1)};
 }
 
 void appear(World& world, const Operation& operation) {
@@ -20,8 +18,8 @@ void appear(World& world, const Operation& operation) {
         return;
     }
     map.listener = std::make_shared<MapListener>();
-    auto options = PgmMapOptions::create(PgmCameraPosition::cameraPosition(coordinateAt(operation, 2), 10));
-    map.view = PgmMapView::create(frameOf(slot, sizeAt(operation, 1)), options, map.listener);
+    auto options = PgmMapOptions::create(PgmCameraPosition::cameraPosition(operation.coordinate(2), 10));
+    map.view = PgmMapView::create(frameOf(operation), options, map.listener);
     world.window->addSubview(map.view);
     const std::string name = "map " + std::to_string(slot);
     world.track(name, map.view);
@@ -30,72 +28,49 @@ void appear(World& world, const Operation& operation) {
 }
 
 void release(World& world, const Operation& operation) {
-    World::MapSlot& map = world.maps[operation.arguments[0]];
-    const World::MapSlot released = std::exchange(map, {});
+    const World::MapSlot released = std::exchange(world.maps[operation.arguments[0]], {});
     if (released.view) {
         released.view->removeFromSuperview();
     }
 }
 
-void leaveWindow(PgmMapView& map, const Operation& /*operation*/) {
-    map.removeFromSuperview();
-}
-
 void enterWindow(World& world, const Operation& operation) {
-    const auto map = mapAt(world, operation, 0);
+    const auto map = world.map(operation.arguments[0]);
     if (map && world.window && !map->superview()) {
         world.window->addSubview(map);
     }
 }
 
-void takeSize(PgmMapView& map, const Operation& operation) {
-    map.setFrame(frameOf(operation.arguments[0], sizeAt(operation, 1)));
-}
-
-void loadStyle(PgmMapView& map, const Operation& operation) {
-    map.mapView()->setStyleURL(styles()[operation.arguments[1]].value.address);
-}
-
-void takeStyleText(PgmMapView& map, const Operation& operation) {
-    map.mapView()->setStyleJSON(styles()[operation.arguments[1]].value.text);
-}
-
 void takeInset(PgmMapView& map, const Operation& operation) {
-    map.setContentInset({numberAt(operation, 1), 0, numberAt(operation, 2), numberAt(operation, 3)});
-}
-
-void takeMode(PgmMapView& map, const Operation& operation) {
-    map.setUserTrackingMode(*PgmUserTrackingModeFromRaw(operation.arguments[1]));
+    map.setContentInset({operation.number(1), 0, operation.number(2), operation.number(3)});
 }
 
 void showControls(PgmMapView& map, const Operation& operation) {
-    const bool isShown = flagAt(operation, 1);
-    map.setIsZoomControlVisible(isShown);
-    map.setIsLocationButtonVisible(isShown);
-    map.setIsScaleBarVisible(isShown);
-    map.setIsLogoVisible(isShown);
+    for (const auto show : {&PgmMapView::setIsZoomControlVisible, &PgmMapView::setIsLocationButtonVisible,
+                            &PgmMapView::setIsScaleBarVisible, &PgmMapView::setIsLogoVisible}) {
+        (map.*show)(operation.flag(1));
+    }
 }
 
 void takeControlPlace(PgmMapView& map, const Operation& operation) {
-    constexpr unsigned positions = 5;
-    map.setZoomViewPosition(*PgmPositionFromRaw(operation.arguments[1] % positions));
-    map.setZoomViewMargins({numberAt(operation, 2), numberAt(operation, 3)});
+    map.setZoomViewPosition(*PgmPositionFromRaw(operation.arguments[1] % 5));
+    map.setZoomViewMargins({operation.number(2), operation.number(3)});
 }
 
 void allowGestures(PgmMapView& map, const Operation& operation) {
-    map.setIsZoomGesturesEnabled(flagAt(operation, 1));
-    map.setIsScrollGesturesEnabled(flagAt(operation, 2));
-    map.setDecelerationRate(numberAt(operation, 3));
+    map.setIsZoomGesturesEnabled(operation.flag(1));
+    map.setIsScrollGesturesEnabled(operation.flag(2));
+    map.setDecelerationRate(operation.number(3));
 }
 
 void takeLocationIcon(PgmMapView& map, const Operation& operation) {
-    map.locationIcon()->setScale(numberAt(operation, 1));
-    map.locationIcon()->setCircleRadius(numberAt(operation, 2));
-    map.locationIcon()->setCircleColor(colourAt(operation, 3));
+    map.locationIcon()->setScale(operation.number(1));
+    map.locationIcon()->setCircleRadius(operation.number(2));
+    map.locationIcon()->setCircleColor(operation.colour(3));
 }
 
 void whenLocationTapped(World& world, const Operation& operation) {
-    if (const auto map = mapAt(world, operation, 0)) {
+    if (const auto map = world.map(operation.arguments[0])) {
         map->locationIcon()->setTouchEvent(world.action(operation));
     }
 }
@@ -106,36 +81,34 @@ void whenTold(World& world, const Operation& operation) {
     }
 }
 
-void photograph(PgmMapView& map, const Operation& /*operation*/) {
-    static_cast<void>(map.snapshot());
-}
-
-constexpr std::array kinds{
-    OperationKind{"{map} appears, {size}, at {coordinate}", 40, appear},
-    OperationKind{"{map} is released", 10, release, InCallbacks::often},
-    OperationKind{"{map} leaves the window", 4, onMap<leaveWindow>},
-    OperationKind{"{map} enters the window", 4, enterWindow},
-    OperationKind{"{map} takes the size {size}", 15, onMap<takeSize>},
-    OperationKind{"{map} loads {style}", 35, onMap<loadStyle>, InCallbacks::often},
-    OperationKind{"{map} takes the text of {style}", 15, onMap<takeStyleText>},
-    OperationKind{"{map} takes the inset {number}, {number}, {number}", 12, onMap<takeInset>},
-    OperationKind{"{map} shows the location: {mode}", 15, onMap<takeMode>},
-    OperationKind{"{map} shows its controls: {flag}", 8, onMap<showControls>},
-    OperationKind{"{map} places its zoom control by {variant}, {number}, {number}", 5,
-                  onMap<takeControlPlace>},
-    OperationKind{"{map} allows zooming: {flag}, scrolling: {flag}, slowing down by {number}", 6,
-                  onMap<allowGestures>},
-    OperationKind{"{map} shows the location at scale {number} in a circle of {number}, {colour}", 6,
-                  onMap<takeLocationIcon>},
-    OperationKind{"on a tap of the location, {map} does: {operation}", 5, whenLocationTapped},
-    OperationKind{"the delegate of {map}, told of {event}, does: {operation}", 35, whenTold},
-    OperationKind{"{map} is photographed", 6, onMap<photograph>},
-};
-
 }  // namespace
 
-std::span<const OperationKind> mapOperations() {
-    return kinds;
+std::vector<OperationKind> mapOperations() {
+    using M = PgmMapView&;
+    using O = const Operation&;
+    return {
+        {"{map} appears, {size}, at {coordinate}", 40, appear},
+        {"{map} is released", 10, release, InCallbacks::often},
+        onMap("{map} leaves the window", 4, [](M map, O) { map.removeFromSuperview(); }),
+        {"{map} enters the window", 4, enterWindow},
+        onMap("{map} takes the size {size}", 15, [](M map, O o) { map.setFrame(frameOf(o)); }),
+        onMap(
+            "{map} loads {style}", 35, [](M map, O o) { map.mapView()->setStyleURL(o.style(1).address); },
+            InCallbacks::often),
+        onMap("{map} takes the text of {style}", 15,
+              [](M map, O o) { map.mapView()->setStyleJSON(o.style(1).text); }),
+        onMap("{map} takes the inset {number}, {number}, {number}", 12, takeInset),
+        onMap("{map} shows the location: {mode}", 15,
+              [](M map, O o) { map.setUserTrackingMode(*PgmUserTrackingModeFromRaw(o.arguments[1])); }),
+        onMap("{map} shows its controls: {flag}", 8, showControls),
+        onMap("{map} places its zoom control by {variant}, {number}, {number}", 5, takeControlPlace),
+        onMap("{map} allows zooming: {flag}, scrolling: {flag}, slowing down by {number}", 6, allowGestures),
+        onMap("{map} shows the location at scale {number} in a circle of {number}, {colour}", 6,
+              takeLocationIcon),
+        {"on a tap of the location, {map} does: {operation}", 5, whenLocationTapped},
+        {"the delegate of {map}, told of {event}, does: {operation}", 35, whenTold},
+        onMap("{map} is photographed", 6, [](M map, O) { static_cast<void>(map.snapshot()); }),
+    };
 }
 
 }  // namespace pelta::random

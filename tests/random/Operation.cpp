@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Arguments.h"
+#include "Kinds.h"
 
 namespace pelta::random {
 
@@ -13,8 +13,8 @@ constexpr std::uint32_t moreOperations = 240;
 
 std::vector<OperationKind> collectKinds() {
     std::vector<OperationKind> all;
-    for (const auto part : {shapeOperations(), lookOperations(), mapOperations(), cameraOperations(),
-                            inputOperations(), clusterOperations()}) {
+    for (const auto& part : {shapeOperations(), lookOperations(), mapOperations(), cameraOperations(),
+                             inputOperations(), clusterOperations()}) {
         all.insert(all.end(), part.begin(), part.end());
     }
     return all;
@@ -35,33 +35,27 @@ void readWords(std::string_view words, Text&& text, Argument&& argument) {
     }
 }
 
-bool hasInner(const OperationKind& kind) {
-    return kind.words.find("{operation}") != std::string_view::npos;
-}
-
-std::uint32_t weightAnywhere(const OperationKind& kind) {
-    return kind.weight;
-}
-
 std::uint32_t weightInCallbacks(const OperationKind& kind) {
     constexpr std::uint32_t oftenness = 8;
-    if (kind.inCallbacks == InCallbacks::never || hasInner(kind)) {
+    if (kind.inCallbacks == InCallbacks::never || kind.words.find("{operation}") != std::string_view::npos) {
         return 0;
     }
     return kind.weight * (kind.inCallbacks == InCallbacks::often ? oftenness : 1);
 }
 
-const OperationKind& drawKind(Random& random, std::uint32_t (*weightOf)(const OperationKind&)) {
+template <class WeightOf>
+const OperationKind& drawKind(Random& random, WeightOf weightOf) {
     std::uint32_t sum = 0;
     for (const auto& kind : operationKinds()) {
-        sum += weightOf(kind);
+        sum += std::invoke(weightOf, kind);
     }
     std::uint32_t rest = random.below(sum);
     for (const auto& kind : operationKinds()) {
-        if (rest < weightOf(kind)) {
+        const std::uint32_t weight = std::invoke(weightOf, kind);
+        if (rest < weight) {
             return kind;
         }
-        rest -= weightOf(kind);
+        rest -= weight;
     }
     return operationKinds().back();
 }
@@ -90,21 +84,12 @@ Operation drawArguments(const OperationKind& kind, Random& random) {
         if (name == innerOperation) {
             operation.inner = std::make_shared<Operation>(drawInner(operation, random));
         } else {
-            operation.arguments[place++] = random.below(placeholderNamed(name).count());
+            operation.arguments[place++] = random.below(placeholderNamed(name).count);
         }
     };
     readWords(
         kind.words, [](std::string_view) {}, draw);
     return operation;
-}
-
-const OperationKind& kindThatStarts(std::string_view words) {
-    for (const auto& kind : operationKinds()) {
-        if (kind.words.starts_with(words)) {
-            return kind;
-        }
-    }
-    return operationKinds().front();
 }
 
 }  // namespace
@@ -118,9 +103,12 @@ Operations drawOperations(std::uint64_t seed) {
     Random random(seed);
     Operations operations;
     const std::uint32_t count = fewestOperations + random.below(moreOperations);
-    operations.push_back(drawArguments(kindThatStarts("{map} appears"), random));
+    const auto appears = std::find_if(operationKinds().begin(), operationKinds().end(), [](const auto& kind) {
+        return kind.words.starts_with("{map} appears");
+    });
+    operations.push_back(drawArguments(*appears, random));
     while (operations.size() < count) {
-        operations.push_back(drawArguments(drawKind(random, weightAnywhere), random));
+        operations.push_back(drawArguments(drawKind(random, &OperationKind::weight), random));
     }
     return operations;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,8 @@ namespace pelta::random {
 struct Placeholder {
     std::string_view name;
     /// The argument is from 0 to below this.
-    std::uint32_t (*count)();
-    std::string (*words)(std::uint32_t argument);
+    std::uint32_t count;
+    std::function<std::string(std::uint32_t argument)> words;
 };
 
 /// The placeholder of a name; a programming error when there is none.
@@ -36,8 +37,7 @@ inline constexpr std::uint32_t shapeKindCount = 6;
 enum class MapEvent : std::uint32_t { willChange, isChanging, didChange, idle, tap, longPress, location };
 inline constexpr std::uint32_t mapEventCount = 7;
 
-/// What a cluster manager's delegate is asked, in the order of the placeholder "question".
-enum class ClusterQuestion : std::uint32_t { willRenderCluster, willRenderItem, didTapCluster, didTapItem };
+/// What a cluster manager's delegate is asked.
 inline constexpr std::uint32_t clusterQuestionCount = 4;
 
 }  // namespace pelta::random

@@ -1,186 +1,143 @@
 /// Shapes that come, go from map to map and leave, and what they call back.
 
-#include <array>
-
-#include "Arguments.h"
+#include "Kinds.h"
 
 namespace pelta::random {
 
 namespace {
 
-const std::vector<CLLocationCoordinate2D>& pathFor(const Operation& operation, std::size_t place) {
-    const auto& path = paths()[operation.arguments[place]].value;
-    constexpr std::size_t leastPoints = 2;
-    return path.size() < leastPoints ? paths().front().value : path;
-}
-
-template <class Marker, class InfoWindow, class Polyline, class Polygon, class Circle, class Base>
-std::shared_ptr<PgmShape> makeShape(ShapeKind kind, const Operation& operation) {
-    const CLLocationCoordinate2D place = coordinateAt(operation, 2);
-    switch (kind) {
+/// @tparam Class  the class to make for one of the library's: itself, or an application's subclass.
+template <template <class> class Class>
+std::shared_ptr<PgmShape> makeShape(const Operation& operation) {
+    const CLLocationCoordinate2D place = operation.coordinate(2);
+    const Path& path = operation.path(3).size() < 2 ? paths().front().value : operation.path(3);
+    switch (static_cast<ShapeKind>(operation.arguments[1] % shapeKindCount)) {
         case ShapeKind::marker:
-            return make<Marker>(place);
+            return make<Class<PgmMarker>>(place);
         case ShapeKind::infoWindow: {
-            const auto window = make<InfoWindow>();
+            const auto window = make<Class<PgmInfoWindow>>();
             window->setPosition(place);
             return window;
         }
         case ShapeKind::polyline:
-            return make<Polyline>(pathFor(operation, 3));
+            return make<Class<PgmPolyline>>(path);
         case ShapeKind::polygon:
-            return make<Polygon>(pathFor(operation, 3));
+            return make<Class<PgmPolygon>>(path);
         case ShapeKind::circle:
-            return make<Circle>(place);
+            return make<Class<PgmCircle>>(place);
         case ShapeKind::base:
             break;
     }
-    return make<Base>();
+    return make<Class<PgmShape>>();
 }
 
 void become(World& world, const Operation& operation) {
-    const std::uint32_t kind = operation.arguments[1];
-    const auto ofClass = static_cast<ShapeKind>(kind % shapeKindCount);
     auto& slot = world.shapes[operation.arguments[0]];
-    slot = kind < shapeKindCount
-               ? makeShape<PgmMarker, PgmInfoWindow, PgmPolyline, PgmPolygon, PgmCircle, PgmShape>(ofClass,
-                                                                                                   operation)
-               : makeShape<ApplicationShape<PgmMarker>, ApplicationShape<PgmInfoWindow>,
-                           ApplicationShape<PgmPolyline>, ApplicationShape<PgmPolygon>,
-                           ApplicationShape<PgmCircle>, ApplicationShape<PgmShape>>(ofClass, operation);
+    slot = operation.arguments[1] < shapeKindCount ? makeShape<std::type_identity_t>(operation)
+                                                   : makeShape<ApplicationShape>(operation);
     world.trackShape(slot);
 }
 
 void goToMap(World& world, const Operation& operation) {
-    if (const auto shape = shapeAt(world, operation, 0)) {
-        shape->setMapView(mapAt(world, operation, 1));
+    if (const auto shape = world.shape<PgmShape>(operation.arguments[0])) {
+        shape->setMapView(world.map(operation.arguments[1]));
     }
 }
 
 void goBackAndForth(World& world, const Operation& operation) {
-    const auto shape = shapeAt(world, operation, 0);
-    const auto here = shape ? shape->mapView() : nullptr;
-    if (here) {
-        shape->setMapView(mapAt(world, operation, 1));
+    const auto shape = world.shape<PgmShape>(operation.arguments[0]);
+    if (const auto here = shape ? shape->mapView() : nullptr) {
+        shape->setMapView(world.map(operation.arguments[1]));
         shape->setMapView(here);
     }
 }
 
-void letGo(World& world, const Operation& operation) {
-    world.shapes[operation.arguments[0]] = nullptr;
-}
-
 void takeIdentifier(PgmShape& shape, const Operation& operation) {
     // Nothing else on the map may have it, so the number of the shape is part of it.
-    shape.setIdentifier(textAt(operation, 1) + std::to_string(shape.shapeIndex()));
+    shape.setIdentifier(operation.text(1) + std::to_string(shape.shapeIndex()));
 }
 
 void whenTapped(World& world, const Operation& operation) {
-    if (const auto shape = shapeAt(world, operation, 0)) {
-        shape->setTouchEvent([isDone = flagAt(operation, 1), action = world.action(operation)](PgmShape&) {
+    if (const auto shape = world.shape<PgmShape>(operation.arguments[0])) {
+        shape->setTouchEvent([isDone = operation.flag(1), action = world.action(operation)](PgmShape&) {
             action();
             return isDone;
         });
     }
 }
 
-void whenAskedForFeature(World& world, const Operation& operation) {
-    if (const auto shape = shapeAt<ShapeHooks>(world, operation, 0)) {
-        shape->onFeature = world.action(operation);
-    }
-}
-
-void whenAskedForPicture(World& world, const Operation& operation) {
-    if (const auto shape = shapeAt<ShapeHooks>(world, operation, 0)) {
-        shape->onShapeImage = world.action(operation);
+template <Action ShapeHooks::*hook>
+void whenAsked(World& world, const Operation& operation) {
+    if (const auto shape = world.shape<ShapeHooks>(operation.arguments[0])) {
+        (*shape).*hook = world.action(operation);
     }
 }
 
 void openOn(World& world, const Operation& operation) {
-    if (const auto infoWindow = shapeAt<PgmInfoWindow>(world, operation, 0)) {
-        infoWindow->setMarker(shapeAt<PgmMarker>(world, operation, 1));
+    if (const auto infoWindow = world.shape<PgmInfoWindow>(operation.arguments[0])) {
+        infoWindow->setMarker(world.shape<PgmMarker>(operation.arguments[1]));
     }
 }
 
-void takePosition(World& world, const Operation& operation) {
-    const CLLocationCoordinate2D position = coordinateAt(operation, 1);
-    if (const auto marker = shapeAt<PgmMarker>(world, operation, 0)) {
-        marker->setPosition(position);
-    } else if (const auto circle = shapeAt<PgmCircle>(world, operation, 0)) {
-        circle->setCenter(std::optional(position));
-    } else if (const auto infoWindow = shapeAt<PgmInfoWindow>(world, operation, 0)) {
-        infoWindow->setPosition(std::optional(position));
+void takePosition(PgmShape& shape, const std::optional<CLLocationCoordinate2D>& position) {
+    if (auto* marker = dynamic_cast<PgmMarker*>(&shape); marker != nullptr && position) {
+        marker->setPosition(*position);
+    } else if (auto* circle = dynamic_cast<PgmCircle*>(&shape)) {
+        circle->setCenter(position);
+    } else if (auto* infoWindow = dynamic_cast<PgmInfoWindow*>(&shape)) {
+        infoWindow->setPosition(position);
     }
 }
 
-void losePosition(World& world, const Operation& operation) {
-    if (const auto circle = shapeAt<PgmCircle>(world, operation, 0)) {
-        circle->setCenter(std::nullopt);
-    } else if (const auto infoWindow = shapeAt<PgmInfoWindow>(world, operation, 0)) {
-        infoWindow->setPosition(std::nullopt);
-    }
-}
-
-void takePath(World& world, const Operation& operation) {
-    const auto& path = paths()[operation.arguments[1]].value;
-    if (const auto polyline = shapeAt<PgmPolyline>(world, operation, 0)) {
-        polyline->setCoords(path);
-    } else if (const auto polygon = shapeAt<PgmPolygon>(world, operation, 0)) {
-        polygon->setCoords(path);
+void takePath(PgmShape& shape, const Operation& operation) {
+    if (auto* polyline = dynamic_cast<PgmPolyline*>(&shape)) {
+        polyline->setCoords(operation.path(1));
+    } else if (auto* polygon = dynamic_cast<PgmPolygon*>(&shape)) {
+        polygon->setCoords(operation.path(1));
     }
 }
 
 void takeSource(World& world, const Operation& operation, std::shared_ptr<PgmImageDataSource> source) {
-    if (const auto infoWindow = shapeAt<PgmInfoWindow>(world, operation, 0)) {
+    if (const auto infoWindow = world.shape<PgmInfoWindow>(operation.arguments[0])) {
         world.track("the source of " + infoWindow->identifier(), source);
         infoWindow->setImageDataSource(source);
         world.sources[operation.arguments[0]] = std::move(source);
     }
 }
 
-void takeText(World& world, const Operation& operation) {
-    takeSource(world, operation, std::make_shared<TextSource>(textAt(operation, 1)));
-}
-
-void takeView(World& world, const Operation& operation) {
-    takeSource(world, operation, std::make_shared<ViewSource>(sizeAt(operation, 1)));
-}
-
-void takeCallingText(World& world, const Operation& operation) {
-    takeSource(world, operation, std::make_shared<TextSource>(textAt(operation, 1), world.action(operation)));
-}
-
-void takeOrder(PgmShape& shape, const Operation& operation) {
-    shape.setZIndex(orders()[operation.arguments[1]].value);
-}
-
-void takeGlobalOrder(PgmShape& shape, const Operation& operation) {
-    shape.setGlobalZIndex(orders()[operation.arguments[1]].value);
-}
-
-constexpr std::array kinds{
-    OperationKind{"{shape} becomes {kind} at {coordinate}, or along {path}", 60, become},
-    OperationKind{"{shape} goes to {map or none}", 120, goToMap, InCallbacks::often},
-    OperationKind{"{shape} goes to {map or none} and back", 30, goBackAndForth, InCallbacks::often},
-    OperationKind{"{shape} is let go of", 10, letGo, InCallbacks::often},
-    OperationKind{"{shape} takes an identifier made of {text}", 5, onShape<PgmShape, takeIdentifier>},
-    OperationKind{"{shape} takes the z-index {order}", 12, onShape<PgmShape, takeOrder>},
-    OperationKind{"{shape} takes the global z-index {order}", 12, onShape<PgmShape, takeGlobalOrder>},
-    OperationKind{"{shape} answers {flag} to taps, after: {operation}", 25, whenTapped},
-    OperationKind{"asked for its feature, {shape} does: {operation}", 25, whenAskedForFeature},
-    OperationKind{"asked for its picture, {shape} does: {operation}", 25, whenAskedForPicture},
-    OperationKind{"{shape}, an info window, opens on {shape}", 30, openOn},
-    OperationKind{"{shape} moves to {coordinate}", 20, takePosition},
-    OperationKind{"{shape} loses its position", 4, losePosition},
-    OperationKind{"{shape} takes {path}", 15, takePath},
-    OperationKind{"{shape}, an info window, shows {text}", 20, takeText},
-    OperationKind{"{shape}, an info window, shows a view of {size}", 10, takeView},
-    OperationKind{"{shape}, an info window, shows {text} after: {operation}", 12, takeCallingText},
-};
-
 }  // namespace
 
-std::span<const OperationKind> shapeOperations() {
-    return kinds;
+std::vector<OperationKind> shapeOperations() {
+    using S = PgmShape&;
+    using W = World&;
+    using O = const Operation&;
+    return {
+        {"{shape} becomes {kind} at {coordinate}, or along {path}", 60, become},
+        {"{shape} goes to {map or none}", 120, goToMap, InCallbacks::often},
+        {"{shape} goes to {map or none} and back", 30, goBackAndForth, InCallbacks::often},
+        {"{shape} is let go of", 10, [](W world, O o) { world.shapes[o.arguments[0]] = nullptr; },
+         InCallbacks::often},
+        onShape<PgmShape>("{shape} takes an identifier made of {text}", 5, takeIdentifier),
+        sets("{shape} takes the z-index {order}", 12, &PgmShape::setZIndex),
+        sets("{shape} takes the global z-index {order}", 12, &PgmShape::setGlobalZIndex),
+        {"{shape} answers {flag} to taps, after: {operation}", 25, whenTapped},
+        {"asked for its feature, {shape} does: {operation}", 25, whenAsked<&ShapeHooks::onFeature>},
+        {"asked for its picture, {shape} does: {operation}", 25, whenAsked<&ShapeHooks::onShapeImage>},
+        {"{shape}, an info window, opens on {shape}", 30, openOn},
+        onShape<PgmShape>("{shape} moves to {coordinate}", 20,
+                          [](S shape, O o) { takePosition(shape, o.coordinate(1)); }),
+        onShape<PgmShape>("{shape} loses its position", 4,
+                          [](S shape, O) { takePosition(shape, std::nullopt); }),
+        onShape<PgmShape>("{shape} takes {path}", 15, takePath),
+        {"{shape}, an info window, shows {text}", 20,
+         [](W world, O o) { takeSource(world, o, std::make_shared<TextSource>(o.text(1))); }},
+        {"{shape}, an info window, shows a view of {size}", 10,
+         [](W world, O o) { takeSource(world, o, std::make_shared<ViewSource>(o.size(1))); }},
+        {"{shape}, an info window, shows {text} after: {operation}", 12,
+         [](W world, O o) {
+             takeSource(world, o, std::make_shared<TextSource>(o.text(1), world.action(o)));
+         }},
+    };
 }
 
 }  // namespace pelta::random

@@ -1,6 +1,7 @@
 #include "Values.h"
 
 #include <limits>
+#include <sstream>
 
 namespace pelta::random {
 
@@ -13,8 +14,8 @@ constexpr double largest = std::numeric_limits<double>::max();
 
 constexpr CLLocationCoordinate2D seoul{37.5665, 126.978};
 
-std::vector<CLLocationCoordinate2D> manyPoints() {
-    std::vector<CLLocationCoordinate2D> points;
+Path manyPoints() {
+    Path points;
     for (int i = 0; i < 2000; ++i) {
         points.push_back({37 + (i % 7) * 0.1, 127 + i * 0.001});
     }
@@ -26,40 +27,28 @@ std::string document(const std::string& sources, const std::string& layers) {
 }
 
 UIImage picture(int width, int height, double scale) {
-    return *UIImage::fromPixels(
-        width, height, scale,
-        std::vector<std::uint8_t>(static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4,
-                                  200));
+    const auto bytes = static_cast<std::size_t>(width * height) * 4;
+    return *UIImage::fromPixels(width, height, scale, std::vector<std::uint8_t>(bytes, 200));
+}
+
+/// Numbers with themselves as their words.
+template <class T>
+std::vector<Named<T>> written(std::initializer_list<T> numbers, const std::string& unit = {}) {
+    std::vector<Named<T>> result;
+    for (const T number : numbers) {
+        std::ostringstream words;
+        words << number << unit;
+        result.push_back({number, words.str()});
+    }
+    return result;
 }
 
 }  // namespace
 
 const std::vector<Named<double>>& numbers() {
-    static const std::vector<Named<double>> values{{0, "0"},
-                                                   {1, "1"},
-                                                   {0.5, "0.5"},
-                                                   {2, "2"},
-                                                   {3.7, "3.7"},
-                                                   {10.3, "10.3"},
-                                                   {12, "12"},
-                                                   {16, "16"},
-                                                   {45, "45"},
-                                                   {90, "90"},
-                                                   {200, "200"},
-                                                   {1000, "1000"},
-                                                   {-1, "-1"},
-                                                   {-30, "-30"},
-                                                   {-1e-9, "-1e-9"},
-                                                   {400, "400"},
-                                                   {-0.0, "-0"},
-                                                   {nan, "NaN"},
-                                                   {infinity, "infinity"},
-                                                   {-infinity, "-infinity"},
-                                                   {1e30, "1e30"},
-                                                   {-1e30, "-1e30"},
-                                                   {denormal, "5e-324"},
-                                                   {largest, "1.8e308"},
-                                                   {1e-300, "1e-300"}};
+    static const auto values = written<double>(
+        {0,   1,     0.5, 2,    3.7, 10.3,     12,        16,   45,    90,       200,     1000,  -1,
+         -30, -1e-9, 400, -0.0, nan, infinity, -infinity, 1e30, -1e30, denormal, largest, 1e-300});
     return values;
 }
 
@@ -83,8 +72,8 @@ const std::vector<Named<CLLocationCoordinate2D>>& coordinates() {
     return values;
 }
 
-const std::vector<Named<std::vector<CLLocationCoordinate2D>>>& paths() {
-    static const std::vector<Named<std::vector<CLLocationCoordinate2D>>> values{
+const std::vector<Named<Path>>& paths() {
+    static const std::vector<Named<Path>> values{
         {{{37, 126}, {37, 128}, {38, 127}}, "a triangle"},
         {{{37, 126.9}, {37.6, 127}}, "a line"},
         {{{37, 126}, {38, 128}, {37, 128}, {38, 126}}, "a bow that crosses itself"},
@@ -147,43 +136,33 @@ const std::vector<Named<CGPoint>>& places() {
 }
 
 const std::vector<Named<double>>& seconds() {
-    static const std::vector<Named<double>> values{{0, "0 s"},     {0.016, "16 ms"}, {0.05, "50 ms"},
-                                                   {0.1, "0.1 s"}, {0.25, "0.25 s"}, {0.6, "0.6 s"},
-                                                   {3, "3 s"},     {nan, "NaN s"},   {-1, "-1 s"}};
+    static const auto values = written<double>({0, 0.016, 0.05, 0.1, 0.25, 0.6, 3, nan, -1}, " s");
     return values;
 }
 
 const std::vector<Named<std::int64_t>>& orders() {
     using Limits = std::numeric_limits<std::int64_t>;
-    static const std::vector<Named<std::int64_t>> values{{0, "0"},
-                                                         {1, "1"},
-                                                         {-1, "-1"},
-                                                         {5000, "5000"},
-                                                         {-2000, "-2000"},
-                                                         {Limits::min(), "-2^63"},
-                                                         {Limits::max(), "2^63 - 1"}};
+    static const auto values = written<std::int64_t>({0, 1, -1, 5000, -2000, Limits::min(), Limits::max()});
     return values;
 }
 
 const std::vector<Named<std::uint64_t>>& counts() {
-    static const std::vector<Named<std::uint64_t>> values{
-        {0, "0"},   {1, "1"},       {2, "2"},     {5, "5"},
-        {40, "40"}, {1000, "1000"}, {100, "100"}, {std::numeric_limits<std::uint64_t>::max(), "2^64 - 1"}};
+    static const auto values =
+        written<std::uint64_t>({0, 1, 2, 5, 40, 1000, 100, std::numeric_limits<std::uint64_t>::max()});
     return values;
 }
 
-const std::vector<Named<StyleDocumentText>>& styles() {
+const std::vector<Named<StyleText>>& styles() {
     const std::string source =
         R"("base":{"type":"geojson","data":{"type":"FeatureCollection","features":[]}})";
     const std::string ground = R"({"id":"ground","type":"background"})";
     const std::string labels = R"({"id":"places","type":"symbol","source":"base"})";
-    const std::string roads = R"({"id":"roads","type":"line","source":"base"})";
-    const std::string comma = ",";
-    static const std::vector<Named<StyleDocumentText>> values{
-        {{"labelled.json", document(source, ground + comma + labels + comma + roads)}, "a style with labels"},
-        {{"plain.json", document(source, ground + comma + roads)}, "a style without labels"},
+    const std::string roads = R"(,{"id":"roads","type":"line","source":"base"})";
+    static const std::vector<Named<StyleText>> values{
+        {{"labelled.json", document(source, ground + "," + labels + roads)}, "a style with labels"},
+        {{"plain.json", document(source, ground + roads)}, "a style without labels"},
         {{"empty.json", document({}, {})}, "an empty style"},
-        {{"lowest.json", document(source, labels + comma + ground)}, "a style whose labels lie lowest"},
+        {{"lowest.json", document(source, labels + "," + ground)}, "a style whose labels lie lowest"},
         {{"taken.json", document(R"("pel-shapes":{"type":"geojson","data":""})", ground)},
          "a style with a source of the shapes' name"},
         {{"broken.json", R"({"version":8,"sources":)"}, "a broken style"},

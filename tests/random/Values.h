@@ -18,10 +18,12 @@ struct Named {
     std::string words;
 };
 
+using Path = std::vector<CLLocationCoordinate2D>;
+
 [[nodiscard]] const std::vector<Named<double>>& numbers();
 [[nodiscard]] const std::vector<Named<CLLocationCoordinate2D>>& coordinates();
 /// Lines and outlines, also without points.
-[[nodiscard]] const std::vector<Named<std::vector<CLLocationCoordinate2D>>>& paths();
+[[nodiscard]] const std::vector<Named<Path>>& paths();
 [[nodiscard]] const std::vector<Named<std::string>>& texts();
 [[nodiscard]] const std::vector<Named<UIColor>>& colours();
 [[nodiscard]] const std::vector<Named<CGSize>>& sizes();
@@ -32,11 +34,11 @@ struct Named {
 [[nodiscard]] const std::vector<Named<std::int64_t>>& orders();
 [[nodiscard]] const std::vector<Named<std::uint64_t>>& counts();
 /// Addresses of style documents, of which the World serves those that have a text.
-struct StyleDocumentText {
+struct StyleText {
     std::string address;
     std::string text;  ///< Empty for one that cannot be fetched.
 };
-[[nodiscard]] const std::vector<Named<StyleDocumentText>>& styles();
+[[nodiscard]] const std::vector<Named<StyleText>>& styles();
 /// Pictures of an application, without a name of their own.
 [[nodiscard]] const std::vector<Named<UIImage>>& pictures();
 

@@ -84,36 +84,18 @@ void World::settle() {
 }
 
 void World::end(std::uint32_t order) {
-    const auto releaseMaps = [this] {
-        for (MapSlot& slot : maps) {
-            if (slot.view) {
-                slot.view->removeFromSuperview();
-            }
-            slot = {};
-        }
-    };
-    const auto releaseShapes = [this] {
-        shapes = {};
-        sources = {};
-    };
-    const auto releaseManagers = [this] { managers = {}; };
     images.clear();
-    switch (order % 3) {
-        case 0:
-            releaseShapes();
-            releaseManagers();
-            releaseMaps();
-            break;
-        case 1:
-            releaseMaps();
-            releaseManagers();
-            releaseShapes();
-            break;
-        default:
-            releaseManagers();
-            releaseMaps();
-            releaseShapes();
-            break;
+    const std::array<Action, 3> releases{[this] { shapes = {}, sources = {}; }, [this] { managers = {}; },
+                                         [this] {
+                                             for (const MapSlot& slot : std::exchange(maps, {})) {
+                                                 if (slot.view) {
+                                                     slot.view->removeFromSuperview();
+                                                 }
+                                             }
+                                         }};
+    constexpr std::array<std::array<std::size_t, 3>, 3> sequences{{{0, 1, 2}, {2, 1, 0}, {1, 2, 0}}};
+    for (const std::size_t part : sequences[order % 3]) {
+        releases[part]();
     }
     window = nullptr;
     const bool isSettledFirst = order >= 3;

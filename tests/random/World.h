@@ -10,8 +10,7 @@
 #include <pelta/Pelta.h>
 #include <pelta/headless/HeadlessPort.h>
 
-#include "ApplicationShape.h"
-#include "Listeners.h"
+#include "Application.h"
 #include "Operation.h"
 #include "Placeholders.h"
 
@@ -54,6 +53,10 @@ class World {
     std::array<ManagerSlot, managerCount> managers;
     std::vector<std::shared_ptr<PgmImage>> images;
 
+    /// The map in a slot; null beyond the slots too.
+    [[nodiscard]] std::shared_ptr<PgmMapView> map(std::uint32_t slot) const {
+        return slot < mapCount ? maps[slot].view : nullptr;
+    }
     /// The shape in a slot if it is one of the type; otherwise null.
     template <class Shape>
     [[nodiscard]] std::shared_ptr<Shape> shape(std::uint32_t slot) const {

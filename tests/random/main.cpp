@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "Shrinking.h"
+#include "Attempt.h"
 
 namespace {
 
@@ -46,25 +46,13 @@ std::optional<Settings> readSettings(int count, char** words) {
         if (std::from_chars(value, end, number).ptr != end || value == end) {
             return std::nullopt;
         }
-        if (word == "--seeds") {
-            settings.count = number;
-        } else if (word == "--from") {
-            settings.first = number;
-        } else if (word == "--seed") {
-            settings.first = number;
-            settings.count = 1;
-        } else {
+        if (word != "--seeds" && word != "--from" && word != "--seed") {
             return std::nullopt;
         }
+        (word == "--seeds" ? settings.count : settings.first) = number;
+        settings.count = word == "--seed" ? 1 : settings.count;
     }
     return settings;
-}
-
-void list(const Operations& operations) {
-    std::size_t number = 0;
-    for (const Operation& operation : operations) {
-        std::printf("  %3zu  %s\n", ++number, describe(operation).c_str());
-    }
 }
 
 std::uint32_t endOrderOf(std::uint64_t seed) {
@@ -77,7 +65,9 @@ void tellFault(std::uint64_t seed, const Outcome& outcome, bool isShrinking) {
     const Operations operations = isShrinking ? shrink(all, endOrderOf(seed), outcome.fault) : all;
     std::printf("%zu of its %zu operations do it; again: pelta_random --seed %llu\n", operations.size(),
                 all.size(), static_cast<unsigned long long>(seed));
-    list(operations);
+    for (std::size_t i = 0; i < operations.size(); ++i) {
+        std::printf("  %3zu  %s\n", i + 1, describe(operations[i]).c_str());
+    }
     const Outcome small = attempt(operations, endOrderOf(seed));
     std::printf("%s\n", (small.fault.empty() ? outcome : small).report.c_str());
 }

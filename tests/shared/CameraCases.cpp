@@ -43,14 +43,6 @@ void readsBack(SharedScene& scene) {
     }
 }
 
-void turnsWithoutZooming(SharedScene& scene) {
-    scene.look(seoul, 12.3, 60, 0);
-    for (int turn = 1; turn <= 10; ++turn) {
-        scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateBearingTo(33 * turn));
-    }
-    scene.expectCamera(seoul, 12.3, 60, 330, "after ten turns");
-}
-
 void limitsZoomAndTilt(SharedScene& scene) {
     auto& map = *scene.map();
     map.setMinimumZoomLevel(5);
@@ -91,18 +83,6 @@ void normalisesBearing(SharedScene& scene) {
     }
 }
 
-void shiftsRelatively(SharedScene& scene) {
-    scene.look(seoul, 10, 20, 350);
-    const auto params = PgmCameraUpdateParams::create();
-    params->zoomBy(1.5);
-    params->tiltBy(-5);
-    params->bearingBy(30);
-    scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateWithParams(params));
-    scene.expectCamera(seoul, 11.5, 15, 20, "shifted");
-    scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateZoomOut());
-    scene.expectCamera(seoul, 10.5, 15, 20, "zoomed out");
-}
-
 void scrollsByPoints(SharedScene& scene) {
     const auto scroll = [&scene](CGPoint delta) {
         const auto params = PgmCameraUpdateParams::create();
@@ -117,22 +97,6 @@ void scrollsByPoints(SharedScene& scene) {
     scene.expectCamera(wanted, 9, 50, 70, "content to the left and down, turned and tilted");
 }
 
-void fitsBounds(SharedScene& scene) {
-    const auto fit = [&scene](const PgmCameraUpdate::Ptr& update, double points, CGPoint middle,
-                              std::string_view what) {
-        scene.map()->moveCamera(update);
-        scene.expectNear(scene.map()->cameraPosition()->zoom(), zoomForSpan(4, points), 1e-6, what);
-        scene.expectNear(scene.map()->projection()->point({0, 0}), middle, 1e-3, what);
-    };
-    const auto bounds = box(-1, -2, 1, 2);
-    fit(PgmCameraUpdate::cameraUpdateFitBounds(bounds), 400, {200, 150}, "bare");
-    fit(PgmCameraUpdate::cameraUpdateFitBounds(bounds, 20), 360, {200, 150}, "padding all around");
-    fit(PgmCameraUpdate::cameraUpdateFitBounds(bounds, {20, 60, 40, 100}), 240, {180, 140}, "paddings");
-    scene.map()->setContentInset({0, 100, 0, 0});
-    fit(PgmCameraUpdate::cameraUpdateFitBounds(bounds), 300, {250, 150}, "content inset");
-    fit(PgmCameraUpdate::cameraUpdateFitBounds(bounds, 10), 280, {250, 150}, "content inset and padding");
-}
-
 void fitsWithinLimits(SharedScene& scene) {
     scene.map()->setMaximumZoomLevel(16);
     scene.look(seoul, 10, 30, 40);
@@ -140,19 +104,6 @@ void fitsWithinLimits(SharedScene& scene) {
     scene.expectCamera({10, 20}, 16, 30, 40, "one point");
     scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateFitBounds(box(-1, -1, 1, 1), 300));
     scene.expectNear(scene.map()->cameraPosition()->zoom(), 1, 1e-6, "no room");
-}
-
-void fitsTurnedAndTilted(SharedScene& scene) {
-    scene.map()->setContentInset({30, 40, 10, 20});
-    scene.look(seoul, 6, 55, 70);
-    scene.map()->moveCamera(PgmCameraUpdate::cameraUpdateFitBounds(box(36, 126, 38, 129), {20, 10, 25, 15}));
-    double nearest = 400;
-    for (const CLLocationCoordinate2D corner :
-         {CLLocationCoordinate2D{36, 126}, {36, 129}, {38, 126}, {38, 129}}) {
-        const auto point = scene.map()->projection()->point(corner);
-        nearest = std::min({nearest, point.x - 50, 365 - point.x, point.y - 50, 265 - point.y});
-    }
-    scene.expectNear(nearest, 0, 1e-3, "the corners reach the edges of the padded area");
 }
 
 void keepsCentreUnderInset(SharedScene& scene) {
@@ -221,14 +172,10 @@ void tellsScaleAndBounds(SharedScene& scene) {
 
 std::vector<SharedCase> cameraCases() {
     return {{"camera_reads_back", {readsBack}},
-            {"camera_turns_without_zooming", {turnsWithoutZooming}},
             {"camera_limits_zoom_and_tilt", {limitsZoomAndTilt}},
             {"camera_stays_on_the_globe", {staysOnTheGlobe}},
             {"camera_normalises_bearing", {normalisesBearing}},
-            {"camera_shifts_relatively", {shiftsRelatively}},
             {"camera_scrolls_by_points", {scrollsByPoints}},
-            {"camera_fits_bounds", {fitsBounds}},
-            {"camera_fits_turned_and_tilted", {fitsTurnedAndTilted}},
             {"camera_fits_within_limits", {fitsWithinLimits}},
             {"camera_keeps_centre_under_inset", {keepsCentreUnderInset}},
             {"camera_ignores_insets_that_leave_no_area", {ignoresInsetsThatLeaveNoArea}},

@@ -39,29 +39,40 @@ struct Probe {
     std::string_view found;
 };
 
-void expectHits(SharedScene& scene, std::initializer_list<Probe> probes, std::string_view when) {
+void expectHits(SharedScene& scene, const std::vector<Probe>& probes, std::string_view when) {
     for (const Probe& probe : probes) {
         const std::string place = std::to_string(probe.x) + ", " + std::to_string(probe.y);
         scene.expectEqual(scene.hits(probe.x, probe.y), probe.found, std::string(when) + " at " + place);
     }
 }
 
-using Step = std::function<void(SharedScene&)>;
+/// What is done to the scene, and what is found once it is drawn.
+struct Stage {
+    std::string_view what;
+    std::function<void(SharedScene&)> act;
+    std::vector<Probe> probes;
+};
 
-Step look(double zoom, double tilt = 0, double bearing = 0) {
-    return [=](SharedScene& scene) { scene.look({0, 0}, zoom, tilt, bearing); };
+SharedCase stagesCase(std::string_view name, const std::vector<Stage>& stages) {
+    SharedCase result{name, {}};
+    for (std::size_t i = 0; i <= stages.size(); ++i) {
+        result.steps.emplace_back([stages, i](SharedScene& scene) {
+            if (i > 0) {
+                expectHits(scene, stages[i - 1].probes, stages[i - 1].what);
+            }
+            if (i < stages.size()) {
+                stages[i].act(scene);
+            }
+        });
+    }
+    return result;
 }
 
 /// A case that adds one shape, made anew for each run, and then probes.
 SharedCase shapeCase(std::string_view name, const std::function<std::shared_ptr<PgmShape>()>& makeShape,
                      const std::vector<Probe>& probes) {
-    return {name,
-            {[makeShape](SharedScene& scene) { scene.add(makeShape(), "a"); },
-             [probes](SharedScene& scene) {
-                 for (const Probe& probe : probes) {
-                     expectHits(scene, {probe}, "drawn");
-                 }
-             }}};
+    return stagesCase(name,
+                      {{"drawn", [makeShape](SharedScene& scene) { scene.add(makeShape(), "a"); }, probes}});
 }
 
 /// What a marker case changes of the marker of 20 × 60 points.
@@ -107,19 +118,17 @@ std::vector<SharedCase> markerCases() {
 }
 
 SharedCase turnedMapCase() {
-    return {"features_marker_upright_or_flat_on_a_turned_map",
-            {[](SharedScene& scene) {
-                 scene.look({0, 0}, 10, 0, 90);
-                 scene.add(marker(beside(0, 80)), "upright");
-                 const auto flat = marker();
-                 flat->setIsIconFlat(true);
-                 scene.add(flat, "flat");
-             },
-             [](SharedScene& scene) {
-                 expectHits(scene,
-                            {{150, 150, "flat"}, {200, 120, ""}, {120, 120, "upright"}, {120, 95, "upright"}},
-                            "bearing 90");
-             }}};
+    const auto turn = [](SharedScene& scene) {
+        scene.look({0, 0}, 10, 0, 90);
+        scene.add(marker(beside(0, 80)), "upright");
+        const auto flat = marker();
+        flat->setIsIconFlat(true);
+        scene.add(flat, "flat");
+    };
+    return stagesCase("features_marker_upright_or_flat_on_a_turned_map",
+                      {{"turned",
+                        turn,
+                        {{150, 150, "flat"}, {200, 120, ""}, {120, 120, "upright"}, {120, 95, "upright"}}}});
 }
 
 SharedCase tiltedMapCase() {
@@ -193,62 +202,57 @@ std::vector<SharedCase> lineAndAreaCases() {
 
 /// A line, an area or a circle that has no extent in some direction, stroked 20 points wide.
 SharedCase flatShapesCase() {
-    const auto line = std::make_shared<std::shared_ptr<PgmPolyline>>();
-    const auto area = std::make_shared<std::shared_ptr<PgmPolygon>>();
-    const auto circle = std::make_shared<std::shared_ptr<PgmCircle>>();
-    return {"features_without_extent",
-            {[=](SharedScene& scene) {
-                 *line = PgmPolyline::create({beside(-100, 0), beside(-100, 0), beside(-100, 0)});
-                 *area = PgmPolygon::create({beside(0, 0), beside(0, 0)});
-                 *circle = PgmCircle::create(beside(100, 0), 0);
-                 (*line)->setWidth(20);
-                 (*line)->setCapType(PgmLineCap::round);
-                 (*area)->setStrokeWidth(20);
-                 (*circle)->setStrokeWidth(20);
-                 scene.add(*line, "line");
-                 scene.add(*area, "area");
-                 scene.add(*circle, "circle");
-             },
-             [=](SharedScene& scene) {
-                 scene.expectEqual(scene.hitsIn({{0, 0}, {400, 300}}), "", "single places");
-                 (*line)->setCoords({beside(-100, 0), beside(-100, 0), beside(-100, 40)});
-                 (*area)->setCoords({beside(-40, 0), beside(40, 0), beside(0, 0)});
-                 (*circle)->setRadius(1000);
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene,
-                            {{100, 120, "line"},
-                             {165, 150, "area"},
-                             {200, 157, "area"},
-                             {200, 164, ""},
-                             {300, 150, "circle"}},
-                            "grown");
-                 (*area)->setStrokeWidth(0);
-                 (*line)->setCoords({beside(-100, 0)});
-                 (*circle)->setRadius(0);
-             },
-             [=](SharedScene& scene) {
-                 scene.expectEqual(scene.hitsIn({{0, 0}, {400, 300}}), "", "no outline, no line, no radius");
-                 (*area)->setCoords(square(40));
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{200, 150, "area"}, {230, 180, "area"}}, "an area again");
-             }}};
+    struct Shapes {
+        std::shared_ptr<PgmPolyline> line;
+        std::shared_ptr<PgmPolygon> area;
+        std::shared_ptr<PgmCircle> circle;
+    };
+    const auto shapes = std::make_shared<Shapes>();
+    const auto add = [shapes](SharedScene& scene) {
+        *shapes = {PgmPolyline::create({beside(-100, 0), beside(-100, 0), beside(-100, 0)}),
+                   PgmPolygon::create({beside(0, 0), beside(0, 0)}), PgmCircle::create(beside(100, 0), 0)};
+        shapes->line->setWidth(20);
+        shapes->line->setCapType(PgmLineCap::round);
+        shapes->area->setStrokeWidth(20);
+        shapes->circle->setStrokeWidth(20);
+        scene.add(shapes->line, "line");
+        scene.add(shapes->area, "area");
+        scene.add(shapes->circle, "circle");
+    };
+    const auto grow = [shapes](SharedScene&) {
+        shapes->line->setCoords({beside(-100, 0), beside(-100, 0), beside(-100, 40)});
+        shapes->area->setCoords({beside(-40, 0), beside(40, 0), beside(0, 0)});
+        shapes->circle->setRadius(1000);
+    };
+    const auto shrink = [shapes](SharedScene&) {
+        shapes->area->setStrokeWidth(0);
+        shapes->line->setCoords({beside(-100, 0)});
+        shapes->circle->setRadius(0);
+    };
+    const std::vector<Probe> nothing{{100, 150, ""}, {200, 150, ""}, {300, 150, ""}};
+    return stagesCase(
+        "features_without_extent",
+        {{"single places", add, nothing},
+         {"grown",
+          grow,
+          {{100, 120, "line"}, {165, 150, "area"}, {200, 157, "area"}, {200, 164, ""}, {300, 150, "circle"}}},
+         {"no outline, no line, no radius", shrink, nothing},
+         {"an area again",
+          [shapes](SharedScene&) { shapes->area->setCoords(square(40)); },
+          {{200, 150, "area"}, {230, 180, "area"}}}});
 }
 
 SharedCase ownSourceCase() {
-    return {"features_beside_a_source_of_their_name_in_the_style",
-            {[](SharedScene& scene) {
-                 scene.add(marker(), "marker");
-                 scene.add(PgmPolygon::create(square(40)), "area");
-                 scene.engine().setStyleJSON(R"({"version":8,"sources":{
-                    "pel-shapes":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}},
-                    "pelta:pel-shapes#points":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}}},
-                    "layers":[{"id":"dots","type":"circle","source":"pel-shapes"}]})");
-             },
-             [](SharedScene& scene) {
-                 expectHits(scene, {{200, 120, "marker area"}, {230, 150, "area"}, {250, 150, ""}}, "drawn");
-             }}};
+    const auto add = [](SharedScene& scene) {
+        scene.add(marker(), "marker");
+        scene.add(PgmPolygon::create(square(40)), "area");
+        scene.engine().setStyleJSON(R"({"version":8,"sources":{
+            "pel-shapes":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}},
+            "pelta:pel-shapes#points":{"type":"geojson","data":{"type":"Point","coordinates":[0,0]}}},
+            "layers":[{"id":"dots","type":"circle","source":"pel-shapes"}]})");
+    };
+    return stagesCase("features_beside_a_source_of_their_name_in_the_style",
+                      {{"drawn", add, {{200, 120, "marker area"}, {230, 150, "area"}, {250, 150, ""}}}});
 }
 
 SharedCase rectangleCase() {
@@ -267,84 +271,62 @@ SharedCase rectangleCase() {
 }
 
 SharedCase zoomRangeCase() {
-    std::vector<Step> steps{[](SharedScene& scene) {
+    const auto add = [](SharedScene& scene) {
         const auto made = marker();
         made->setVisibleMinZoom(5);
         made->setVisibleMaxZoom(10);
         scene.add(made, "a");
-    }};
-    struct Row {
-        double zoom;
-        std::string_view found;
     };
-    for (const Row& row : {Row{10, "a"}, Row{10.01, ""}, Row{4.99, ""}, Row{5, "a"}, Row{7.5, "a"}}) {
-        steps.emplace_back(look(row.zoom));
-        steps.emplace_back([row](SharedScene& scene) {
-            expectHits(scene, {{200, 120, row.found}}, "zoom " + std::to_string(row.zoom));
-        });
+    std::vector<Stage> stages{{"added", add, {{200, 120, "a"}}}};
+    for (const auto& [zoom, found] : {std::pair{10.01, ""}, {4.99, ""}, {5.0, "a"}, {7.5, "a"}}) {
+        stages.push_back({"another zoom",
+                          [zoom = zoom](SharedScene& scene) {
+                              scene.look({0, 0}, zoom);
+                          },
+                          {{200, 120, found}}});
     }
-    return {"features_zoom_range", steps};
+    return stagesCase("features_zoom_range", stages);
 }
 
 SharedCase stackingCase() {
     const auto shapes = std::make_shared<std::vector<std::shared_ptr<PgmShape>>>();
-    const auto expectOrder = [](std::string_view order, std::string_view when) {
-        return [=](SharedScene& scene) { expectHits(scene, {{200, 140, order}}, when); };
+    const auto add = [shapes](SharedScene& scene) {
+        *shapes = {marker(), marker(), PgmPolygon::create(square(50)),
+                   PgmPolyline::create({beside(-90, 10), beside(90, 10)})};
+        scene.add((*shapes)[3], "line");
+        scene.add((*shapes)[0], "first");
+        scene.add((*shapes)[2], "area");
+        scene.add((*shapes)[1], "second");
     };
-    return {"features_topmost_first",
-            {[=](SharedScene& scene) {
-                 *shapes = {marker(), marker(), PgmPolygon::create(square(50)),
-                            PgmPolyline::create({beside(-90, 10), beside(90, 10)})};
-                 scene.add((*shapes)[3], "line");
-                 scene.add((*shapes)[0], "first");
-                 scene.add((*shapes)[2], "area");
-                 scene.add((*shapes)[1], "second");
-             },
-             [=](SharedScene& scene) {
-                 expectOrder("second first line area", "by kind and age")(scene);
-                 (*shapes)[0]->setZIndex(1);
-                 (*shapes)[2]->setZIndex(7);
-             },
-             [=](SharedScene& scene) {
-                 expectOrder("first second area line", "by zIndex")(scene);
-                 (*shapes)[1]->setGlobalZIndex(-2000);
-                 (*shapes)[3]->setGlobalZIndex(5000);
-             },
-             expectOrder("line first area second", "by globalZIndex")}};
+    const auto raise = [shapes](SharedScene&) { (*shapes)[0]->setZIndex(1), (*shapes)[2]->setZIndex(7); };
+    const auto turnOver = [shapes](SharedScene&) {
+        (*shapes)[1]->setGlobalZIndex(-2000), (*shapes)[3]->setGlobalZIndex(5000);
+    };
+    return stagesCase("features_topmost_first",
+                      {{"by kind and age", add, {{200, 140, "second first line area"}}},
+                       {"by zIndex", raise, {{200, 140, "first second area line"}}},
+                       {"by globalZIndex", turnOver, {{200, 140, "line first area second"}}}});
 }
 
 SharedCase changeCase() {
     const auto shape = std::make_shared<std::shared_ptr<PgmMarker>>();
-    return {"features_moved_changed_hidden_and_removed",
-            {[=](SharedScene& scene) {
-                 *shape = marker();
-                 scene.add(*shape, "a");
-             },
-             [=](SharedScene&) { (*shape)->setPosition(beside(100, 0)); },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{200, 120, ""}, {300, 120, "a"}, {330, 120, ""}}, "moved");
-                 (*shape)->setIconImage(picture(80, 20));
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{334, 140, "a"}, {300, 120, ""}}, "another picture");
-                 (*shape)->setIsVisible(false);
-                 expectHits(scene, {{334, 140, "a"}}, "hidden, before the next frame");
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{334, 140, ""}}, "hidden");
-                 (*shape)->setIsVisible(true);
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{334, 140, "a"}}, "shown again");
-                 (*shape)->setMapView(nullptr);
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{300, 140, ""}}, "removed");
-                 (*shape)->setMapView(scene.map());
-             },
-             [=](SharedScene& scene) {
-                 expectHits(scene, {{300, 140, "a"}}, "put back");
-             }}};
+    using S = SharedScene&;
+    const auto hide = [=](S scene) {
+        (*shape)->setIsVisible(false);
+        expectHits(scene, {{334, 140, "a"}}, "hidden, before the next frame");
+    };
+    return stagesCase("features_moved_changed_hidden_and_removed",
+                      {{"added", [=](S scene) { scene.add(*shape = marker(), "a"); }, {{200, 120, "a"}}},
+                       {"moved",
+                        [=](S) { (*shape)->setPosition(beside(100, 0)); },
+                        {{200, 120, ""}, {300, 120, "a"}, {330, 120, ""}}},
+                       {"another picture",
+                        [=](S) { (*shape)->setIconImage(picture(80, 20)); },
+                        {{334, 140, "a"}, {300, 120, ""}}},
+                       {"hidden", hide, {{334, 140, ""}}},
+                       {"shown again", [=](S) { (*shape)->setIsVisible(true); }, {{334, 140, "a"}}},
+                       {"removed", [=](S) { (*shape)->setMapView(nullptr); }, {{300, 140, ""}}},
+                       {"put back", [=](S scene) { (*shape)->setMapView(scene.map()); }, {{300, 140, "a"}}}});
 }
 
 SharedCase layersCase() {
@@ -369,17 +351,14 @@ SharedCase layersCase() {
 }
 
 SharedCase antimeridianCase() {
-    return {"features_across_the_antimeridian",
-            {[](SharedScene& scene) {
-                 scene.look({0, -180 + 20 * step}, 10);
-                 scene.add(marker({0, 180 - 40 * step}), "marker");
-                 scene.add(
-                     PgmPolyline::create({{-50 * step, 180 - 150 * step}, {-50 * step, 180 - 10 * step}}),
-                     "line");
-             },
-             [](SharedScene& scene) {
-                 expectHits(scene, {{140, 120, "marker"}, {100, 200, "line"}, {190, 200, ""}}, "in the west");
-             }}};
+    const auto add = [](SharedScene& scene) {
+        scene.look({0, -180 + 20 * step}, 10);
+        scene.add(marker({0, 180 - 40 * step}), "marker");
+        scene.add(PgmPolyline::create({{-50 * step, 180 - 150 * step}, {-50 * step, 180 - 10 * step}}),
+                  "line");
+    };
+    return stagesCase("features_across_the_antimeridian",
+                      {{"in the west", add, {{140, 120, "marker"}, {100, 200, "line"}, {190, 200, ""}}}});
 }
 
 }  // namespace

@@ -75,14 +75,6 @@ int addInfoWindow(const val& options) {
     return Stage::shared().addShape(window);
 }
 
-void redrawInfoWindow(int window) {
-    static_cast<PgmInfoWindow&>(Stage::shared().shape(window)).invalidate();
-}
-
-void follow(int map, unsigned mode) {
-    Stage::shared().map(map).view->setUserTrackingMode(PgmUserTrackingModeFromRaw(mode).value());
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
@@ -90,7 +82,11 @@ void follow(int map, unsigned mode) {
 EMSCRIPTEN_BINDINGS(annotation_commands) {
     using namespace pelta::browser;
     emscripten::function("addInfoWindow", &addInfoWindow);
-    emscripten::function("redrawInfoWindow", &redrawInfoWindow);
-    emscripten::function("follow", &follow);
+    command("redrawInfoWindow", [](int window) {
+        static_cast<pelta::PgmInfoWindow&>(Stage::shared().shape(window)).invalidate();
+    });
+    command("follow", [](int map, unsigned mode) {
+        Stage::shared().map(map).view->setUserTrackingMode(*pelta::PgmUserTrackingModeFromRaw(mode));
+    });
     emscripten::function("setLogging", &pelta::setIsLoggerEnabled);
 }

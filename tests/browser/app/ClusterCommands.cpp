@@ -37,10 +37,6 @@ void showClusters(int map, const val& places) {
     manager()->addItems(items);
 }
 
-void releaseClusters() {
-    manager() = nullptr;
-}
-
 /// The number of items of each cluster, in the order of the grouping.
 val clusterCounts() {
     val counts = val::array();
@@ -57,6 +53,6 @@ val clusterCounts() {
 EMSCRIPTEN_BINDINGS(cluster_commands) {
     using namespace pelta::browser;
     emscripten::function("showClusters", &showClusters);
-    emscripten::function("releaseClusters", &releaseClusters);
+    command("releaseClusters", [] { manager() = nullptr; });
     emscripten::function("clusterCounts", &clusterCounts);
 }

@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <emscripten/bind.h>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <pelta/web/CheckingMode.h>
@@ -42,24 +43,60 @@ std::vector<PgmPolygon::Ring> rings(const val& list) {
 }
 
 /// [red, green, blue, alpha], 0 to 255 but for alpha, 0 to 1.
-UIColor color(const val& list, UIColor missing) {
-    if (list.isUndefined()) {
-        return missing;
-    }
+UIColor color(const val& list) {
     const auto parts = emscripten::convertJSArrayToNumberVector<double>(list);
     return {parts[0] / 255, parts[1] / 255, parts[2] / 255, parts.size() > 3 ? parts[3] : 1};
 }
 
-void applyStacking(PgmShape& shape, const val& options) {
-    shape.setZIndex(static_cast<std::int64_t>(number(options, "zIndex", 0)));
-    shape.setGlobalZIndex(static_cast<std::int64_t>(
-        number(options, "globalZIndex", static_cast<double>(shape.globalZIndex()))));
-    shape.setVisibleMinZoom(number(options, "minZoom", shape.visibleMinZoom()));
-    shape.setVisibleMaxZoom(number(options, "maxZoom", shape.visibleMaxZoom()));
+/// Calls a setter of a shape with an option that is given.
+template <class Shape, class Value>
+void given(const val& options, const char* name, Shape& shape, void (Shape::*set)(Value)) {
+    const val value = options[name];
+    if (value.isUndefined()) {
+        return;
+    }
+    if constexpr (std::is_same_v<std::decay_t<Value>, UIColor>) {
+        (shape.*set)(color(value));
+    } else if constexpr (std::is_same_v<Value, std::int64_t>) {
+        (shape.*set)(static_cast<std::int64_t>(value.as<double>()));
+    } else {
+        (shape.*set)(value.as<std::decay_t<Value>>());
+    }
+}
+
+/// Changes what the options name and leaves the rest.
+void setOptions(PgmShape& shape, const val& options) {
+    given(options, "zIndex", shape, &PgmShape::setZIndex);
+    given(options, "globalZIndex", shape, &PgmShape::setGlobalZIndex);
+    given(options, "minZoom", shape, &PgmShape::setVisibleMinZoom);
+    given(options, "maxZoom", shape, &PgmShape::setVisibleMaxZoom);
+    given(options, "visible", shape, &PgmShape::setIsVisible);
+    if (auto* marker = dynamic_cast<PgmMarker*>(&shape)) {
+        if (const val at = options["at"]; !at.isUndefined()) {
+            marker->setPosition(coordinate(at));
+        }
+        given(options, "alpha", *marker, &PgmMarker::setAlpha);
+        given(options, "angle", *marker, &PgmMarker::setAngle);
+        given(options, "iconScale", *marker, &PgmMarker::setIconScale);
+        given(options, "titleColor", *marker, &PgmMarker::setTitleColor);
+        given(options, "titleHaloColor", *marker, &PgmMarker::setTitleHaloColor);
+        given(options, "titleSize", *marker, &PgmMarker::setTitleSize);
+        given(options, "title", *marker, &PgmMarker::setTitle);
+    } else if (auto* line = dynamic_cast<PgmPolyline*>(&shape)) {
+        given(options, "width", *line, &PgmPolyline::setWidth);
+        given(options, "color", *line, &PgmPolyline::setColor);
+    } else if (auto* area = dynamic_cast<PgmAreaShape*>(&shape)) {
+        given(options, "fill", *area, &PgmAreaShape::setFillColor);
+        given(options, "stroke", *area, &PgmAreaShape::setStrokeColor);
+        given(options, "strokeWidth", *area, &PgmAreaShape::setStrokeWidth);
+        if (const val holes = options["holes"]; !holes.isUndefined()) {
+            dynamic_cast<PgmPolygon&>(*area).setHoles(rings(holes));
+        }
+    }
 }
 
 int show(const std::shared_ptr<PgmShape>& shape, const val& options) {
-    applyStacking(*shape, options);
+    setOptions(*shape, options);
     shape->setMapView(Stage::shared().map(static_cast<int>(number(options, "map", 0))).view);
     return Stage::shared().addShape(shape);
 }
@@ -69,8 +106,8 @@ std::shared_ptr<PgmImage> spotPicture(const val& options, CGPoint anchor) {
     const int scale = static_cast<int>(number(options, "pictureScale", UIScreen::scale()));
     const int width = static_cast<int>(number(options, "width", 24)) * scale;
     const int height = static_cast<int>(number(options, "height", 24)) * scale;
-    const UIColor base = color(options["color"], UIColor{0, 0, 1, 1});
-    const UIColor spot = color(options["spot"], UIColor{1, 0, 0, 1});
+    const UIColor base = options["color"].isUndefined() ? UIColor{0, 0, 1, 1} : color(options["color"]);
+    const UIColor spot = options["spot"].isUndefined() ? UIColor{1, 0, 0, 1} : color(options["spot"]);
     std::vector<std::uint8_t> pixels;
     const auto byte = [](double part) { return static_cast<std::uint8_t>(part * 255); };
     for (int y = 0; y < height; ++y) {
@@ -85,87 +122,31 @@ std::shared_ptr<PgmImage> spotPicture(const val& options, CGPoint anchor) {
 }
 
 int addMarker(const val& options) {
-    const auto marker = PgmMarker::markerWithPosition(coordinate(options["at"]));
-    const CGPoint anchor = options["anchor"].isUndefined() ? CGPoint{0.5, 1}
-                                                           : CGPoint{options["anchor"][0].as<double>(),
-                                                                     options["anchor"][1].as<double>()};
+    const auto marker = PgmMarker::create();
+    const val given = options["anchor"];
+    const CGPoint anchor =
+        given.isUndefined() ? CGPoint{0.5, 1} : CGPoint{given[0].as<double>(), given[1].as<double>()};
     marker->setAnchor(anchor);
-    marker->setAngle(number(options, "angle", 0));
-    marker->setIconScale(number(options, "iconScale", 1));
-    marker->setAlpha(number(options, "alpha", 1));
     if (!options["width"].isUndefined()) {
         marker->setIconImage(spotPicture(options, anchor));
-    }
-    if (!options["title"].isUndefined()) {
-        marker->setTitle(options["title"].as<std::string>());
-        marker->setTitleColor(color(options["titleColor"], UIColor::black()));
-        marker->setTitleHaloColor(color(options["titleHaloColor"], UIColor::white()));
-        marker->setTitleSize(number(options, "titleSize", 12));
     }
     return show(marker, options);
 }
 
 int addPolyline(const val& options) {
     const auto line = PgmPolyline::create(coordinates(options["through"]));
-    line->setWidth(number(options, "width", 2.5));
-    line->setColor(color(options["color"], UIColor::black()));
     if (!options["pattern"].isUndefined()) {
         line->setPattern(emscripten::convertJSArrayToNumberVector<double>(options["pattern"]));
     }
     return show(line, options);
 }
 
-void applyArea(PgmAreaShape& area, const val& options) {
-    area.setFillColor(color(options["fill"], UIColor::white()));
-    area.setStrokeColor(color(options["stroke"], UIColor::black()));
-    area.setStrokeWidth(number(options, "strokeWidth", 0));
-}
-
 int addPolygon(const val& options) {
-    const auto polygon = PgmPolygon::create(coordinates(options["ring"]), UIColor::white());
-    if (const val holes = options["holes"]; !holes.isUndefined()) {
-        polygon->setHoles(rings(holes));
-    }
-    applyArea(*polygon, options);
-    return show(polygon, options);
+    return show(PgmPolygon::create(coordinates(options["ring"])), options);
 }
 
 int addCircle(const val& options) {
-    const auto circle = PgmCircle::create(coordinate(options["at"]), number(options, "radius", 1000));
-    applyArea(*circle, options);
-    return show(circle, options);
-}
-
-/// Calls `set(value)` for an option that is given.
-template <class Set>
-void given(const val& options, const char* name, Set&& set) {
-    if (const val value = options[name]; !value.isUndefined()) {
-        set(value);
-    }
-}
-
-/// Changes what the options name and leaves the rest.
-void change(int number, const val& options) {
-    PgmShape& shape = Stage::shared().shape(number);
-    given(options, "zIndex", [&](const val& v) { shape.setZIndex(v.as<int>()); });
-    given(options, "holes", [&](const val& v) { static_cast<PgmPolygon&>(shape).setHoles(rings(v)); });
-    given(options, "visible", [&](const val& v) { shape.setIsVisible(v.as<bool>()); });
-    given(options, "minZoom", [&](const val& v) { shape.setVisibleMinZoom(v.as<double>()); });
-    given(options, "maxZoom", [&](const val& v) { shape.setVisibleMaxZoom(v.as<double>()); });
-    if (auto* marker = dynamic_cast<PgmMarker*>(&shape)) {
-        given(options, "at", [&](const val& v) { marker->setPosition(coordinate(v)); });
-        given(options, "alpha", [&](const val& v) { marker->setAlpha(v.as<double>()); });
-        given(options, "angle", [&](const val& v) { marker->setAngle(v.as<double>()); });
-        given(options, "iconScale", [&](const val& v) { marker->setIconScale(v.as<double>()); });
-        given(options, "title", [&](const val& v) { marker->setTitle(v.as<std::string>()); });
-        given(options, "color", [&](const val& v) { marker->setTitleColor(color(v, {})); });
-    } else if (auto* line = dynamic_cast<PgmPolyline*>(&shape)) {
-        given(options, "width", [&](const val& v) { line->setWidth(v.as<double>()); });
-        given(options, "color", [&](const val& v) { line->setColor(color(v, {})); });
-    } else if (auto* area = dynamic_cast<PgmAreaShape*>(&shape)) {
-        given(options, "width", [&](const val& v) { area->setStrokeWidth(v.as<double>()); });
-        given(options, "color", [&](const val& v) { area->setFillColor(color(v, {})); });
-    }
+    return show(PgmCircle::create(coordinate(options["at"]), number(options, "radius", 1000)), options);
 }
 
 /// The numbers of the shapes found in a rectangle of a map, topmost first, each once.
@@ -183,18 +164,6 @@ val shapesIn(int map, double left, double top, double right, double bottom) {
     return val::array(numbers);
 }
 
-void setZIndex(int shape, double zIndex) {
-    Stage::shared().shape(shape).setZIndex(static_cast<std::int64_t>(zIndex));
-}
-
-void setVisible(int shape, bool visible) {
-    Stage::shared().shape(shape).setIsVisible(visible);
-}
-
-void removeShape(int shape) {
-    Stage::shared().shape(shape).setMapView(nullptr);
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
@@ -205,10 +174,11 @@ EMSCRIPTEN_BINDINGS(shape_commands) {
     emscripten::function("addPolyline", &addPolyline);
     emscripten::function("addPolygon", &addPolygon);
     emscripten::function("addCircle", &addCircle);
-    emscripten::function("change", &change);
+    command("change", [](int shape, val options) { setOptions(Stage::shared().shape(shape), options); });
     emscripten::function("shapesIn", &shapesIn);
     emscripten::function("setDrawsLayersLiterally", &pelta::setDrawsLayersLiterally);
-    emscripten::function("setZIndex", &setZIndex);
-    emscripten::function("setVisible", &setVisible);
-    emscripten::function("removeShape", &removeShape);
+    command("setZIndex", [](int shape, int zIndex) { Stage::shared().shape(shape).setZIndex(zIndex); });
+    command("setVisible",
+            [](int shape, bool visible) { Stage::shared().shape(shape).setIsVisible(visible); });
+    command("removeShape", [](int shape) { Stage::shared().shape(shape).setMapView(nullptr); });
 }

@@ -10,17 +10,9 @@ Stage& Stage::shared() {
     return stage;
 }
 
-bool Stage::isDocument(const std::string& style) {
-    return style.rfind('{', 0) == 0;
-}
-
 int Stage::openMap(CGRect frame, const std::string& style) {
     const auto options = PgmMapOptions::create();
-    if (isDocument(style)) {
-        options->setStyleJSON(style);
-    } else {
-        options->setStyleURL(style);
-    }
+    setStyle(*options, style);
     const auto view = PgmMapView::create(frame, options);
     MLNMapView& engine = *view->mapView();
     const auto recorder = std::make_shared<EngineRecorder>(engine.delegate());

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <emscripten/bind.h>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include <pelta/Pelta.h>
@@ -23,8 +25,6 @@ class Stage {
     void setWindow(UIWindow& window) { window_ = &window; }
     [[nodiscard]] UIWindow& window() { return *window_; }
 
-    /// Whether a style is a document, and not the address of one.
-    [[nodiscard]] static bool isDocument(const std::string& style);
     /// Opens a map over a part of the window. `style` is a document, or the address of one.
     int openMap(CGRect frame, const std::string& style);
     void closeMap(int index);
@@ -40,5 +40,25 @@ class Stage {
     std::vector<Map> maps_;
     std::vector<std::shared_ptr<PgmShape>> shapes_;
 };
+
+/// Has a map, or a map's options, load a style: a document, or the address of one.
+template <class Target>
+void setStyle(Target& target, const std::string& style) {
+    if (style.rfind('{', 0) == 0) {
+        target.setStyleJSON(style);
+    } else {
+        target.setStyleURL(style);
+    }
+}
+
+/// Offers a function to the page.
+template <class Function>
+void command(const char* name, Function function) {
+    if constexpr (std::is_pointer_v<Function>) {
+        emscripten::function(name, function);
+    } else {
+        emscripten::function(name, emscripten::optional_override(function));
+    }
+}
 
 }  // namespace pelta::browser

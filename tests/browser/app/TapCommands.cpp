@@ -34,14 +34,6 @@ PgmMapView& view(int map) {
     return *Stage::shared().map(map).view;
 }
 
-void listenToTaps(int map) {
-    view(map).setDelegate(TapLog::shared());
-}
-
-std::string takeTaps() {
-    return TapLog::shared()->take();
-}
-
 void makeTouchable(int shape, const std::string& name, bool accepts) {
     Stage::shared().shape(shape).setTouchEvent([name, accepts](PgmShape&) {
         TapLog::shared()->note(name);
@@ -57,29 +49,21 @@ void showControls(int map) {
     view(map).setIsScaleBarVisible(true);
 }
 
-void followUser(int map) {
-    view(map).setUserTrackingMode(PgmUserTrackingMode::follow);
-}
-
-void preferNearest(int map, bool preferred) {
-    view(map).setIsNearestShapePreferred(preferred);
-}
-
-void setZoomOutEnabled(int map, bool enabled) {
-    dynamic_cast<UIButton&>(*view(map).zoomView()->subviews().back()).setIsEnabled(enabled);
-}
-
 }  // namespace
 
 }  // namespace pelta::browser
 
 EMSCRIPTEN_BINDINGS(tap_commands) {
     using namespace pelta::browser;
-    emscripten::function("listenToTaps", &listenToTaps);
-    emscripten::function("takeTaps", &takeTaps);
-    emscripten::function("makeTouchable", &makeTouchable);
-    emscripten::function("showControls", &showControls);
-    emscripten::function("followUser", &followUser);
-    emscripten::function("preferNearest", &preferNearest);
-    emscripten::function("setZoomOutEnabled", &setZoomOutEnabled);
+    using pelta::PgmUserTrackingMode;
+    command("listenToTaps", [](int map) { view(map).setDelegate(TapLog::shared()); });
+    command("takeTaps", [] { return TapLog::shared()->take(); });
+    command("makeTouchable", makeTouchable);
+    command("showControls", showControls);
+    command("followUser", [](int map) { view(map).setUserTrackingMode(PgmUserTrackingMode::follow); });
+    command("preferNearest",
+            [](int map, bool preferred) { view(map).setIsNearestShapePreferred(preferred); });
+    command("setZoomOutEnabled", [](int map, bool enabled) {
+        dynamic_cast<pelta::UIButton&>(*view(map).zoomView()->subviews().back()).setIsEnabled(enabled);
+    });
 }

@@ -2,6 +2,7 @@
 import assert from 'node:assert/strict';
 import { mkdirSync, writeFileSync } from 'node:fs';
 import path from 'node:path';
+import { after, afterEach, before } from 'node:test';
 import { fileURLToPath } from 'node:url';
 import { startBrowser } from '../../../apps/viewer/tools/browser.mjs';
 import { serve } from '../../../apps/viewer/tools/serve.mjs';
@@ -33,17 +34,29 @@ export async function pictureOf(page, name) {
     return Picture.decode(page, png);
 }
 
+/** Server and browser of a test file; after each test its pages must have had no errors. */
+export function useStudio() {
+    const studio = {};
+    before(async () => Object.assign(studio, await openStudio()));
+    afterEach(() => assert.deepEqual(studio.takeErrors(), []));
+    after(() => studio.close());
+    return studio;
+}
+
 /** Starts server and browser once for a test file. */
 export async function openStudio() {
     const server = await serve(path.join(build, 'tests/browser/page'));
     const browser = await startBrowser();
+    const stages = [];
     return {
         browser,
         address: server.address,
+        takeErrors: () => stages.splice(0).flatMap((stage) => stage.errors),
         /** Opens the page at a size in points and a number of pixels a point, with settings of the browser context. */
         async open({ width = 400, height = 300, scale = 1, ...context } = {}) {
             const page = await browser.newPage({ viewport: { width, height }, deviceScaleFactor: scale, ...context });
-            return prepare(page, server.address);
+            stages.push(await prepare(page, server.address));
+            return stages.at(-1);
         },
         async close() {
             await browser.close();

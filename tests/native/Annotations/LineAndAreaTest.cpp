@@ -34,27 +34,21 @@ Coordinates ringOf(const PgmAreaShape& shape) {
 }
 
 TEST_F(LineAndAreaTest, AreasAreFilledAndOutlinedByTheSameFeature) {
-    const UIColor fill{0, 1, 0, 0.5};
-    const std::pair<std::shared_ptr<PgmAreaShape>, UIColor> cases[] = {
-        {PgmPolygon::create(corners), UIColor::white()}, {PgmCircle::create({37, 127}, 50, fill), fill}};
-    for (const auto& [area, color] : cases) {
+    const std::shared_ptr<PgmAreaShape> areas[] = {PgmPolygon::create(corners), PgmCircle::create({37, 127})};
+    for (const auto& area : areas) {
         SCOPED_TRACE(area->identifier());
         EXPECT_EQ(area->globalZIndex(), -1000);
         area->setMapView(map);
         EXPECT_THAT(area->styleLayers(), testing::ElementsAre(area->fillLayer(), area->lineLayer()));
         EXPECT_EQ(area->lineLayer()->predicate(), area->fillLayer()->predicate());
-        EXPECT_EQ(area->fillLayer()->fillColor()->constant(), color);
-        EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 0);
-        area->setFillColor(UIColor::black());
-        area->setStrokeWidth(3);
-        area->setStrokeColor(fill);
-        EXPECT_EQ(area->fillLayer()->fillColor()->constant(), UIColor::black());
-        EXPECT_EQ(area->lineLayer()->lineWidth()->constant(), 3);
-        EXPECT_EQ(area->lineLayer()->lineColor()->constant(), fill);
     }
-    EXPECT_EQ(ringOf(*cases[0].first), corners);
+    EXPECT_EQ(ringOf(*areas[0]), corners);
     port.runFrame();
-    EXPECT_EQ(featuresOf(map).size(), 4U);
+    std::string names;
+    for (const auto& area : areas) {
+        names += (names.empty() ? "" : " ") + area->identifier() + " " + area->identifier() + "_line";
+    }
+    EXPECT_EQ(featuresOf(map), names);
 }
 
 TEST_F(LineAndAreaTest, HolesAreRingsOfTheArea) {
@@ -90,7 +84,7 @@ TEST_F(LineAndAreaTest, HolesAreRingsOfTheArea) {
     }
     polygon->setHoles({triangle});
     polygon->setCoords({{0, 0}, {0, 9}, {9, 9}});
-    EXPECT_EQ(area()->holes(), std::vector{triangle}) << "another ring keeps the holes";
+    EXPECT_EQ(area()->holes(), std::vector<Coordinates>{triangle}) << "another ring keeps the holes";
 }
 
 /// Metres between two coordinates on the sphere, by the haversine formula.
@@ -162,45 +156,35 @@ TEST_F(LineAndAreaTest, AWidthThatIsNotFiniteKeepsWhatWasDrawn) {
 }
 
 TEST_F(LineAndAreaTest, WhatThereIsToDrawOfThem) {
-    using Kind = MLNShapeKind;
-    const std::optional<Kind> nothing;
+    using Kind = std::optional<MLNShapeKind>;
+    const Kind none;
+    const Kind line = MLNShapeKind::polyline;
+    const Kind area = MLNShapeKind::polygon;
     struct Case {
         const char* name;
         Coordinates coordinates;
-        std::optional<Kind> asLine, asArea;
+        Kind asLine, asArea;
     };
     const Case cases[] = {
-        {"no coordinate", {}, nothing, nothing},
-        {"one", {{1, 2}}, nothing, nothing},
-        {"one place, many times", Coordinates(361, {1, 2}), nothing, nothing},
-        {"0 and -0", {{0.0, 0.0}, {-0.0, -0.0}}, nothing, nothing},
-        {"two places", {{1, 2}, {1, 2}, {1, 3}}, Kind::polyline, Kind::polyline},
-        {"once around the world", {{1, -180}, {1, 180}}, Kind::polyline, Kind::polyline},
-        {"along a meridian", {{1, 2}, {5, 2}, {3, 2}, {-4, 2}}, Kind::polyline, Kind::polyline},
-        {"along the limit of circles",
-         {{85, 0}, {85, 9}, {85, 200}, {85, 0}},
-         Kind::polyline,
-         Kind::polyline},
-        {"beyond the map's edge", {{87, 0}, {89, 5}, {86, 9}}, Kind::polyline, Kind::polyline},
-        {"there and back", {{1, 2}, {3, 9}, {8, 4}, {3, 9}}, Kind::polyline, Kind::polyline},
-        {"not a number", {{1, 2}, {NAN, 3}, {5, 6}}, nothing, nothing},
-        {"infinite", {{1, 2}, {1, INFINITY}, {5, 6}}, nothing, nothing},
-        {"triangle", {{1, 2}, {3, 9}, {8, 4}}, Kind::polyline, Kind::polygon},
-        {"triangle with a way out and back",
-         {{1, 2}, {3, 9}, {8, 4}, {9, 9}, {8, 4}},
-         Kind::polyline,
-         Kind::polygon},
-        {"corners after many on one line",
-         {{1, 2}, {2, 2}, {3, 2}, {4, 2}, {5, 2}, {4, 3}},
-         Kind::polyline,
-         Kind::polygon},
-        {"two halves that cancel out", {{0, 0}, {4, 4}, {4, 0}, {0, 4}}, Kind::polyline, Kind::polygon},
-        {"a step of a metre",
-         {{37, 127}, {37.00001, 127}, {37.00001, 127.00001}},
-         Kind::polyline,
-         Kind::polygon},
-        {"half the world", {{-80, -170}, {80, -170}, {80, 10}, {-80, 10}}, Kind::polyline, Kind::polygon},
-        {"larger than any world", {{0, -1e300}, {10, 1e300}, {10, -1e300}}, Kind::polyline, Kind::polygon},
+        {"no coordinate", {}, none, none},
+        {"one", {{1, 2}}, none, none},
+        {"one place, many times", Coordinates(361, {1, 2}), none, none},
+        {"0 and -0", {{0.0, 0.0}, {-0.0, -0.0}}, none, none},
+        {"two places", {{1, 2}, {1, 2}, {1, 3}}, line, line},
+        {"once around the world", {{1, -180}, {1, 180}}, line, line},
+        {"along a meridian", {{1, 2}, {5, 2}, {3, 2}, {-4, 2}}, line, line},
+        {"along the limit of circles", {{85, 0}, {85, 9}, {85, 200}, {85, 0}}, line, line},
+        {"beyond the map's edge", {{87, 0}, {89, 5}, {86, 9}}, line, line},
+        {"there and back", {{1, 2}, {3, 9}, {8, 4}, {3, 9}}, line, line},
+        {"not a number", {{1, 2}, {NAN, 3}, {5, 6}}, none, none},
+        {"infinite", {{1, 2}, {1, INFINITY}, {5, 6}}, none, none},
+        {"triangle", {{1, 2}, {3, 9}, {8, 4}}, line, area},
+        {"with a way out and back", {{1, 2}, {3, 9}, {8, 4}, {9, 9}, {8, 4}}, line, area},
+        {"corner after many in a row", {{1, 2}, {2, 2}, {3, 2}, {4, 2}, {5, 2}, {4, 3}}, line, area},
+        {"two halves that cancel out", {{0, 0}, {4, 4}, {4, 0}, {0, 4}}, line, area},
+        {"a step of a metre", {{37, 127}, {37.00001, 127}, {37.00001, 127.00001}}, line, area},
+        {"half the world", {{-80, -170}, {80, -170}, {80, 10}, {-80, 10}}, line, area},
+        {"larger than any world", {{0, -1e300}, {10, 1e300}, {10, -1e300}}, line, area},
     };
     for (const auto& [name, coordinates, asLine, asArea] : cases) {
         SCOPED_TRACE(name);

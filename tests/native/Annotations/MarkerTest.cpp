@@ -5,17 +5,13 @@ namespace {
 
 class MarkerTest : public MapFixture {
  protected:
-    std::shared_ptr<PgmMarker> attached() {
-        auto marker = PgmMarker::create();
-        marker->setMapView(map);
-        return marker;
-    }
+    MarkerTest() { marker->setMapView(map); }
 
     std::shared_ptr<PgmMapView> map = makeLoadedMap();
+    std::shared_ptr<PgmMarker> marker = PgmMarker::create();
 };
 
 TEST_F(MarkerTest, AnUpdateThatChangesNothingLeavesTheLayerUnchanged) {
-    const auto marker = attached();
     port.runFrame();
     marker->setZIndex(3);
     marker->setTitle("");
@@ -25,40 +21,18 @@ TEST_F(MarkerTest, AnUpdateThatChangesNothingLeavesTheLayerUnchanged) {
     EXPECT_EQ(marker->symbolLayer()->changes(), 1U) << "the text alone";
 }
 
-TEST_F(MarkerTest, AlphaAngleAndAnchorWaitForAnotherChange) {
-    const auto marker = attached();
-    const auto offset = marker->symbolLayer()->iconOffset();
-    marker->setAlpha(0.25);
-    marker->setAngle(45);
-    marker->setAnchor({0, 0});
-    port.runFrame();
-    const auto& layer = *marker->symbolLayer();
-    EXPECT_EQ(layer.iconOpacity()->constant(), 1);
-    EXPECT_EQ(layer.iconRotation()->constant(), 0);
-    EXPECT_EQ(layer.iconOffset(), offset);
-    marker->setTitle("now");
-    EXPECT_EQ(layer.iconOpacity()->constant(), 0.25);
-    EXPECT_EQ(layer.textOpacity()->constant(), 0.25);
-    EXPECT_EQ(layer.iconRotation()->constant(), 45);
-    EXPECT_NE(layer.iconOffset(), offset);
-}
-
 TEST_F(MarkerTest, APictureWithoutANameOfItsOwnGetsOne) {
     const UIImage picture = PgmImage::markerImageBlue()->image();
     const auto first = PgmImage::imageWith(picture, "");
     const auto second = PgmImage::imageWith(picture, "");
     EXPECT_THAT(first->reuseIdentifier(), testing::MatchesRegex("I:[0-9]+"));
     EXPECT_NE(first->reuseIdentifier(), second->reuseIdentifier());
-    const auto& resources = Bundle::library();
-    EXPECT_EQ(PgmImage::imageNamedInBundle("peltamap_default_location_icon", &resources, "")
-                  ->reuseIdentifier()
-                  .size(),
-              36U);
+    const auto named = PgmImage::imageNamedInBundle("peltamap_default_location_icon", &Bundle::library(), "");
+    EXPECT_EQ(named->reuseIdentifier().size(), 36U);
     EXPECT_EQ(PgmImage::imageWith(picture, "given")->reuseIdentifier(), "given");
 }
 
 TEST_F(MarkerTest, ResetOptionsGiveTheLooksOfANewMarker) {
-    const auto marker = attached();
     const auto changed = PgmMarkerOptionsImpl::withMarker(marker);
     changed->setPosition({1, 2});
     changed->setIconImage(PgmImage::markerImageGray());

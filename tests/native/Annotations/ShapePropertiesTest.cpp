@@ -2,7 +2,9 @@
 #include <iomanip>
 #include <map>
 #include <sstream>
+#include <type_traits>
 
+#include "CaseFile.h"
 #include "View/MapFixture.h"
 
 namespace pelta {
@@ -12,34 +14,24 @@ namespace {
 /// append their number to the names that all layers have.
 using Drawn = std::map<std::string, std::string>;
 
-std::string textOf(bool value) {
-    return value ? "true" : "false";
-}
-std::string textOf(const std::string& value) {
-    return value;
-}
-std::string textOf(double value) {
-    std::ostringstream text;
-    text << std::setprecision(9) << value;
-    return text.str();
-}
-std::string textOf(CGVector value) {
-    return textOf(value.dx) + " " + textOf(value.dy);
-}
-std::string textOf(CLLocationCoordinate2D value) {
-    return textOf(value.latitude) + " " + textOf(value.longitude);
-}
-std::string textOf(const UIColor& color) {
-    return textOf(color.red) + " " + textOf(color.green) + " " + textOf(color.blue) + " " +
-           textOf(color.alpha);
-}
 template <class T>
-std::string textOf(const std::vector<T>& values) {
-    std::string text;
-    for (const auto& value : values) {
-        text += (text.empty() ? "" : ", ") + textOf(value);
+std::string textOf(const T& value) {
+    std::ostringstream text;
+    text << std::setprecision(9) << std::boolalpha;
+    if constexpr (std::is_same_v<T, CGVector>) {
+        text << value.dx << ' ' << value.dy;
+    } else if constexpr (std::is_same_v<T, CLLocationCoordinate2D>) {
+        text << value.latitude << ' ' << value.longitude;
+    } else if constexpr (std::is_same_v<T, UIColor>) {
+        text << value.red << ' ' << value.green << ' ' << value.blue << ' ' << value.alpha;
+    } else if constexpr (requires { text << value; }) {
+        text << value;
+    } else {
+        for (const auto& each : value) {
+            text << (&each == &value.front() ? "" : ", ") << textOf(each);
+        }
     }
-    return text;
+    return text.str();
 }
 
 void addFeature(Drawn& drawn, const MLNShape* feature) {
@@ -89,9 +81,10 @@ struct Case {
     Drawn changes;
 };
 
-template <class Shape>
-Case row(const char* name, void (*set)(Shape&), Drawn changes) {
-    return {name, [set](PgmShape& shape) { set(dynamic_cast<Shape&>(shape)); }, std::move(changes)};
+template <class Shape, class Value>
+Case row(const char* name, void (Shape::*set)(Value), const std::type_identity_t<std::decay_t<Value>>& value,
+         Drawn changes) {
+    return {name, [=](PgmShape& shape) { (dynamic_cast<Shape&>(shape).*set)(value); }, std::move(changes)};
 }
 
 /// What every shape has in common; `layers` is how many layers draw it.
@@ -102,23 +95,17 @@ std::vector<Case> commonCases(std::size_t layers) {
     // Inclusive for the shape, exclusive for its layers.
     const std::string pastNine = textOf(static_cast<double>(9.001F));
     using S = PgmShape;
-    return {
-        row<S>(
-            "lowest zoom", [](S& s) { s.setVisibleMinZoom(5.5); }, inEachLayer("minzoom", "5.5")),
-        row<S>(
-            "highest zoom", [](S& s) { s.setVisibleMaxZoom(9); }, inEachLayer("maxzoom", pastNine)),
-        row<S>(
-            "hidden", [](S& s) { s.setIsVisible(false); }, inEachLayer("visible", "false")),
-        row<S>(
-            "identifier", [](S& s) { s.setIdentifier("own"); }, inEachLayer("filter", "identifier = own")),
-    };
+    return {row("lowest zoom", &S::setVisibleMinZoom, 5.5, inEachLayer("minzoom", "5.5")),
+            row("highest zoom", &S::setVisibleMaxZoom, 9, inEachLayer("maxzoom", pastNine)),
+            row("hidden", &S::setIsVisible, false, inEachLayer("visible", "false")),
+            row("identifier", &S::setIdentifier, "own", inEachLayer("filter", "identifier = own"))};
 }
 
 class ShapePropertiesTest : public MapFixture {
  protected:
     /// @param make    a shape that is on no map yet.
-    /// @param unset   what the shape draws at first, at least.
-    void check(const std::function<std::shared_ptr<PgmShape>()>& make, const Drawn& unset,
+    /// @param kind    what new-shapes.txt calls its kind.
+    void check(const std::string& kind, const std::function<std::shared_ptr<PgmShape>()>& make,
                std::vector<Case> cases) {
         const auto map = makeLoadedMap();
         const auto plain = make();
@@ -127,8 +114,12 @@ class ShapePropertiesTest : public MapFixture {
             cases.push_back(std::move(common));
         }
         const auto defaults = drawnOf(*plain);
-        for (const auto& [name, value] : unset) {
-            EXPECT_EQ(valueIn(defaults, name), value) << name;
+        for (const auto& [name, properties] : casesOf("Annotations/new-shapes.txt")) {
+            for (const auto& property : name == kind ? properties : std::vector<std::string>()) {
+                const auto middle = property.find(" = ");
+                EXPECT_EQ(valueIn(defaults, property.substr(0, middle)), property.substr(middle + 3))
+                    << property;
+            }
         }
         for (const auto& testCase : cases) {
             SCOPED_TRACE(testCase.name);
@@ -170,173 +161,98 @@ class ShapePropertiesTest : public MapFixture {
     }
 };
 
+using Coordinates = std::vector<CLLocationCoordinate2D>;
+
 constexpr UIColor teal{0, 0.5, 0.5, 0.25};
 const char* const tealText = "0 0.5 0.5 0.25";
 
 TEST_F(ShapePropertiesTest, Marker) {
     using M = PgmMarker;
-    const Drawn unset{{"text-field", ""},
-                      {"text-font", "NotoSansRegular"},
-                      {"text-size", "12"},
-                      {"text-max-width", "0"},
-                      {"text-anchor", "top"},
-                      {"text-optional", "true"},
-                      {"text-allow-overlap", "true"},
-                      {"text-pitch-alignment", "viewport"},
-                      {"text-color", textOf(UIColor::black())},
-                      {"text-halo-color", textOf(UIColor::white())},
-                      {"text-halo-width", "2"},
-                      {"text-opacity", "1"},
-                      {"icon-image", PgmImage::markerImageRed()->reuseIdentifier()},
-                      {"icon-size", "1"},
-                      {"icon-rotate", "0"},
-                      {"icon-anchor", "center"},
-                      {"icon-allow-overlap", "true"},
-                      {"icon-ignore-placement", "unset"},
-                      {"icon-pitch-alignment", "viewport"},
-                      {"icon-rotation-alignment", "viewport"},
-                      {"icon-opacity", "1"},
-                      {"icon-halo-color", "1 1 1 0.5"},
-                      {"icon-halo-width", "1"},
-                      {"geometry", "0 0"}};
-    check(
-        PgmMarker::create, unset,
-        {row<M>("icon", [](M& m) { m.setIconImage(PgmImage::markerImageGray()); },
-                {{"icon-image", PgmImage::markerImageGray()->reuseIdentifier()}}),
-         row<M>("icon scale", [](M& m) { m.setIconScale(2); }, {{"icon-size", "2"}}),
-         row<M>("title", [](M& m) { m.setTitle("Seoul"); }, {{"text-field", "Seoul"}}),
-         row<M>("title color", [](M& m) { m.setTitleColor(teal); }, {{"text-color", tealText}}),
-         row<M>("halo color", [](M& m) { m.setTitleHaloColor(teal); }, {{"text-halo-color", tealText}}),
-         row<M>("title size", [](M& m) { m.setTitleSize(24); }, {{"text-size", "24"}, {"text-offset", "*"}}),
-         row<M>("title width", [](M& m) { m.setTitleMaxWidth(60); }, {{"text-max-width", "5"}}),
-         row<M>("title margin", [](M& m) { m.setTitleMargin(12); }, {{"text-offset", "*"}}),
-         row<M>("icons give way", [](M& m) { m.setIsAllowOverlapMarkers(false); },
-                {{"icon-allow-overlap", "false"}}),
-         row<M>("titles give way", [](M& m) { m.setIsAllowOverlapTitle(false); },
-                {{"text-allow-overlap", "false"}}),
-         row<M>("overlap of symbols loses",
-                [](M& m) {
-                    m.setIsAllowOverlapMarkers(false);
-                    m.setIsAllowOverlapSymbols(true);
-                },
-                {{"icon-allow-overlap", "false"}}),
-         row<M>("flat icon", [](M& m) { m.setIsIconFlat(true); },
-                {{"icon-pitch-alignment", "map"}, {"icon-rotation-alignment", "map"}}),
-         row<M>("flat title", [](M& m) { m.setIsTitleFlat(true); }, {{"text-pitch-alignment", "map"}}),
-         row<M>("waiting properties, taken along",
-                [](M& m) {
-                    m.setAlpha(0.25);
-                    m.setAngle(90);
-                    m.setAnchor({0, 0});
-                    m.setTitle("redrawn");
-                },
-                {{"icon-opacity", "0.25"},
-                 {"text-opacity", "0.25"},
-                 {"icon-rotate", "90"},
-                 {"icon-offset", "*"},
-                 {"text-offset", "*"},
-                 {"text-field", "redrawn"}}),
-         row<M>("position",
-                [](M& m) {
-                    m.setPosition({1, 2});
-                },
-                {{"geometry", "1 2"}})});
+    const auto blue = PgmImage::markerImageBlue();
+    EXPECT_EQ(PgmMarker::create()->iconImage(), PgmImage::markerImageRed());
+    check("marker", PgmMarker::create,
+          {row("icon", &M::setIconImage, blue, {{"icon-image", blue->reuseIdentifier()}}),
+           row("icon scale", &M::setIconScale, 2, {{"icon-size", "2"}}),
+           row("title", &M::setTitle, "Seoul", {{"text-field", "Seoul"}}),
+           row("title color", &M::setTitleColor, teal, {{"text-color", tealText}}),
+           row("halo color", &M::setTitleHaloColor, teal, {{"text-halo-color", tealText}}),
+           row("title size", &M::setTitleSize, 24, {{"text-size", "24"}, {"text-offset", "*"}}),
+           row("title width", &M::setTitleMaxWidth, 60, {{"text-max-width", "5"}}),
+           row("title margin", &M::setTitleMargin, 12, {{"text-offset", "*"}}),
+           row("icons give way", &M::setIsAllowOverlapMarkers, false, {{"icon-allow-overlap", "false"}}),
+           row("titles give way", &M::setIsAllowOverlapTitle, false, {{"text-allow-overlap", "false"}}),
+           {"overlap of symbols loses",
+            [](PgmShape& shape) {
+                dynamic_cast<M&>(shape).setIsAllowOverlapMarkers(false);
+                dynamic_cast<M&>(shape).setIsAllowOverlapSymbols(true);
+            },
+            {{"icon-allow-overlap", "false"}}},
+           row("flat icon", &M::setIsIconFlat, true,
+               {{"icon-pitch-alignment", "map"}, {"icon-rotation-alignment", "map"}}),
+           row("flat title", &M::setIsTitleFlat, true, {{"text-pitch-alignment", "map"}}),
+           {"waiting properties, taken along",
+            [](PgmShape& shape) {
+                auto& marker = dynamic_cast<M&>(shape);
+                const Drawn before = drawnOf(marker);
+                marker.setAlpha(0.25);
+                marker.setAngle(90);
+                marker.setAnchor({0, 0});
+                EXPECT_EQ(drawnOf(marker), before);
+                marker.setTitle("redrawn");
+            },
+            {{"icon-opacity", "0.25"},
+             {"text-opacity", "0.25"},
+             {"icon-rotate", "90"},
+             {"icon-offset", "*"},
+             {"text-offset", "*"},
+             {"text-field", "redrawn"}}},
+           row("position", &M::setPosition, {1, 2}, {{"geometry", "1 2"}})});
 }
 
 TEST_F(ShapePropertiesTest, Polyline) {
     using L = PgmPolyline;
-    const Drawn unset{{"line-width", "2.5"},  {"line-color", textOf(UIColor::black())},
-                      {"line-cap", "butt"},   {"line-join", "miter"},
-                      {"line-dasharray", ""}, {"geometry", "1 2, 3 4"}};
-    check(
-        [] {
-            return PgmPolyline::create({{1, 2}, {3, 4}});
-        },
-        unset,
-        {row<L>("width", [](L& l) { l.setWidth(7); }, {{"line-width", "7"}}),
-         row<L>("color", [](L& l) { l.setColor(teal); }, {{"line-color", tealText}}),
-         row<L>("round cap", [](L& l) { l.setCapType(PgmLineCap::round); }, {{"line-cap", "round"}}),
-         row<L>("square cap", [](L& l) { l.setCapType(PgmLineCap::square); }, {{"line-cap", "square"}}),
-         row<L>("round join", [](L& l) { l.setJoinType(PgmLineJoin::round); }, {{"line-join", "round"}}),
-         row<L>("bevel join", [](L& l) { l.setJoinType(PgmLineJoin::bevel); }, {{"line-join", "bevel"}}),
-         row<L>("pattern",
-                [](L& l) {
-                    l.setPattern({4, 2});
-                },
-                {{"line-dasharray", "4, 2"}}),
-         row<L>("coordinates",
-                [](L& l) {
-                    l.setCoords({{5, 6}, {7, 8}});
-                },
-                {{"geometry", "5 6, 7 8"}})});
+    const Coordinates two{{1, 2}, {3, 4}};
+    check("polyline", [&] { return PgmPolyline::create(two); },
+          {row("width", &L::setWidth, 7, {{"line-width", "7"}}),
+           row("color", &L::setColor, teal, {{"line-color", tealText}}),
+           row("round cap", &L::setCapType, PgmLineCap::round, {{"line-cap", "round"}}),
+           row("square cap", &L::setCapType, PgmLineCap::square, {{"line-cap", "square"}}),
+           row("round join", &L::setJoinType, PgmLineJoin::round, {{"line-join", "round"}}),
+           row("bevel join", &L::setJoinType, PgmLineJoin::bevel, {{"line-join", "bevel"}}),
+           row("pattern", &L::setPattern, {4, 2}, {{"line-dasharray", "4, 2"}}),
+           row("coordinates", &L::setCoords, {{5, 6}, {7, 8}}, {{"geometry", "5 6, 7 8"}})});
 }
 
-/// What areas of both kinds have in common.
-std::vector<Case> areaCases() {
+/// What areas of both kinds have in common, and one case more.
+std::vector<Case> areaCases(Case more) {
     using A = PgmAreaShape;
-    return {row<A>("fill", [](A& a) { a.setFillColor(teal); }, {{"fill-color", tealText}}),
-            row<A>("stroke width", [](A& a) { a.setStrokeWidth(3); }, {{"line-width", "3"}}),
-            row<A>("stroke color", [](A& a) { a.setStrokeColor(teal); }, {{"line-color", tealText}})};
+    return {row("fill", &A::setFillColor, teal, {{"fill-color", tealText}}),
+            row("stroke width", &A::setStrokeWidth, 3, {{"line-width", "3"}}),
+            row("stroke color", &A::setStrokeColor, teal, {{"line-color", tealText}}), std::move(more)};
 }
 
-TEST_F(ShapePropertiesTest, Polygon) {
-    auto cases = areaCases();
-    cases.push_back(row<PgmPolygon>("coordinates",
-                                    [](PgmPolygon& p) {
-                                        p.setCoords({{5, 6}, {7, 8}, {9, 1}});
-                                    },
-                                    {{"geometry", "5 6, 7 8, 9 1"}}));
+TEST_F(ShapePropertiesTest, Areas) {
+    const Coordinates three{{1, 2}, {3, 4}, {5, 6}};
     check(
-        [] {
-            return PgmPolygon::create({{1, 2}, {3, 4}, {5, 6}});
-        },
-        {{"fill-color", textOf(UIColor::white())},
-         {"line-width", "0"},
-         {"line-color", textOf(UIColor::black())},
-         {"line-join", "round"},
-         {"geometry", "1 2, 3 4, 5 6"}},
-        std::move(cases));
-}
-
-TEST_F(ShapePropertiesTest, Circle) {
-    auto cases = areaCases();
-    cases.push_back(row<PgmCircle>("center",
-                                   [](PgmCircle& c) {
-                                       c.setCenter(CLLocationCoordinate2D{3, 4});
-                                   },
-                                   {{"geometry", "*"}}));
-    cases.push_back(row<PgmCircle>("radius", [](PgmCircle& c) { c.setRadius(5000); }, {{"geometry", "*"}}));
-    check(
-        [] {
-            return PgmCircle::create({1, 2}, 50, teal);
-        },
-        {{"fill-color", tealText}, {"line-width", "0"}, {"line-join", "round"}}, std::move(cases));
+        "polygon", [&] { return PgmPolygon::create(three); },
+        areaCases(row("coordinates", &PgmPolygon::setCoords, {{5, 6}, {7, 8}, {9, 1}},
+                      {{"geometry", "5 6, 7 8, 9 1"}})));
+    const auto makeCircle = [] { return PgmCircle::create(CLLocationCoordinate2D{1, 2}, 50, teal); };
+    check("circle", makeCircle, areaCases(row("radius", &PgmCircle::setRadius, 5000, {{"geometry", "*"}})));
+    void (PgmCircle::*setCenter)(CLLocationCoordinate2D) = &PgmCircle::setCenter;
+    check("circle", makeCircle, {row("center", setCenter, {3, 4}, {{"geometry", "*"}})});
 }
 
 TEST_F(ShapePropertiesTest, InfoWindow) {
-    using W = PgmInfoWindow;
-    check(
-        [] {
-            auto window = PgmInfoWindow::create();
-            window->setPosition(CLLocationCoordinate2D{1, 2});
-            return window;
-        },
-        {{"icon-image", "each its iconImageName"},
-         {"icon-offset", "each its iconOffset"},
-         {"icon-size", "1"},
-         {"icon-opacity", "1"},
-         {"icon-anchor", "bottom"},
-         {"icon-allow-overlap", "true"},
-         {"icon-ignore-placement", "true"},
-         {"icon-halo-color", "1 1 1 0.5"},
-         {"icon-halo-width", "1"},
-         {"geometry", "1 2"}},
-        {row<W>("alpha", [](W& w) { w.setAlpha(0.5); }, {{"icon-opacity", "0.5"}}),
-         row<W>("position",
-                [](W& w) {
-                    w.setPosition(CLLocationCoordinate2D{3, 4});
-                },
-                {{"geometry", "3 4"}})});
+    void (PgmInfoWindow::*setPosition)(CLLocationCoordinate2D) = &PgmInfoWindow::setPosition;
+    const auto makeWindow = [&] {
+        auto window = PgmInfoWindow::create();
+        ((*window).*setPosition)({1, 2});
+        return window;
+    };
+    check("info window", makeWindow,
+          {row("alpha", &PgmInfoWindow::setAlpha, 0.5, {{"icon-opacity", "0.5"}}),
+           row("position", setPosition, {3, 4}, {{"geometry", "3 4"}})});
 }
 
 }  // namespace

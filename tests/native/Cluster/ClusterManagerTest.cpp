@@ -1,11 +1,7 @@
 #include <array>
 #include <cmath>
-#include <functional>
-#include <limits>
-#include <optional>
-#include <random>
 
-#include "View/MapFixture.h"
+#include "Cluster/ClusterManagerFixture.h"
 
 namespace pelta {
 namespace {
@@ -13,135 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr CLLocationCoordinate2D seoul{37.5665, 126.9780};
-
-class Place final : public PgmClusterItem {
- public:
-    explicit Place(CLLocationCoordinate2D where) : position_(where) {}
-    CLLocationCoordinate2D position() const override { return position_; }
-
- private:
-    CLLocationCoordinate2D position_;
-};
-
-using Item = std::shared_ptr<PgmClusterItem>;
-
-Item place(double latitude, double longitude) {
-    return std::make_shared<Place>(CLLocationCoordinate2D{latitude, longitude});
-}
-
-/// The library's algorithm, counting its runs.
-class CountedAlgorithm final : public PgmClusterAlgorithm {
- public:
-    std::uint64_t minClusteringCount() const override { return real_.minClusteringCount(); }
-    void setMinClusteringCount(std::uint64_t count) override { real_.setMinClusteringCount(count); }
-    std::uint64_t maxDistanceBetweenItems() const override { return real_.maxDistanceBetweenItems(); }
-    void setMaxDistanceBetweenItems(std::uint64_t distance) override {
-        real_.setMaxDistanceBetweenItems(distance);
-    }
-    void add(Item item) override { real_.add(std::move(item)); }
-    void add(std::span<const Item> items) override { real_.add(items); }
-    void remove(const Item& item) override { real_.remove(item); }
-    void remove(std::span<const Item> items) override { real_.remove(items); }
-    void clear() override { real_.clear(); }
-    std::vector<std::shared_ptr<PgmCluster>> clustersAtZoom(float zoom) override {
-        zooms.push_back(zoom);
-        return real_.clustersAtZoom(zoom);
-    }
-
-    std::vector<float> zooms;
-
- private:
-    PgmNonHierarchicalDistanceBasedAlgorithm real_;
-};
-
-/// Writes down what it is told, and does what a test wants.
-class Listener final : public PgmClusterManagerDelegate {
- public:
-    void willRenderCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>& cluster,
-                           PgmMarkerOptions& options) override {
-        rendered.push_back(std::to_string(cluster->count()) + " items");
-        action(options);
-    }
-    void willRenderClusterItem(PgmClusterManager&, const Item& item, PgmMarkerOptions& options) override {
-        rendered.emplace_back(item->position() == options.position() ? "item" : "item elsewhere");
-        action(options);
-    }
-    bool didTapCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>& cluster,
-                       PgmMarkerOptions& options) override {
-        tapped.push_back(std::to_string(cluster->count()) + " items");
-        action(options);
-        return isHandling;
-    }
-    bool didTapClusterItem(PgmClusterManager&, const Item&, PgmMarkerOptions& options) override {
-        tapped.emplace_back("item");
-        action(options);
-        return isHandling;
-    }
-
-    std::vector<std::string> rendered, tapped;
-    std::function<void(PgmMarkerOptions&)> action = [](PgmMarkerOptions&) {};
-    bool isHandling = true;
-};
-
-class ClusterManagerTest : public MapFixture {
- protected:
-    void SetUp() override {
-        look(seoul, 10);
-        manager->setAlgorithm(algorithm);
-        manager->setDelegate(listener);
-    }
-
-    void look(CLLocationCoordinate2D target, double zoom) {
-        map->setCameraPosition(PgmCameraPosition::cameraPosition(target, zoom));
-    }
-
-    std::vector<std::shared_ptr<PgmMarker>> markers() const {
-        std::vector<std::shared_ptr<PgmMarker>> list;
-        for (const auto& [index, shape] : map->shapesMap()) {
-            list.push_back(std::dynamic_pointer_cast<PgmMarker>(shape));
-        }
-        return list;
-    }
-
-    /// A pair and a single item, close to Seoul, clustered at zoom 10.
-    void addPairAndSingle() {
-        const std::array items{place(37.5665, 126.9780), place(37.5666, 126.9781), place(37.6, 127.2)};
-        manager->addItems(items);
-        port.advance(0.25);
-    }
-
-    /// Whether a place, or a copy of it further round the world, is drawn inside the view.
-    bool isOnScreen(CLLocationCoordinate2D at) const {
-        for (at.longitude -= 720; at.longitude < 900; at.longitude += 360) {
-            const auto point = engineOf(map).convertCoordinate(at, nullptr);
-            const auto size = map->bounds().size;
-            if (point.x >= 0 && point.x <= size.width && point.y >= 0 && point.y <= size.height) {
-                return std::isfinite(at.latitude) && std::isfinite(at.longitude);
-            }
-        }
-        return false;
-    }
-
-    /// Every cluster in view has one marker, at its place; nothing else within the view has.
-    void expectMarkersOfWhatIsVisible() {
-        const auto visible = [&](const auto& list) {
-            std::vector<std::pair<double, double>> positions;
-            for (const auto& each : list) {
-                if (const auto at = each->position(); isOnScreen(at)) {
-                    positions.emplace_back(at.latitude, at.longitude);
-                }
-            }
-            return positions;
-        };
-        EXPECT_THAT(visible(markers()), testing::UnorderedElementsAreArray(visible(manager->clusters())));
-    }
-
-    std::shared_ptr<PgmMapView> map = makeLoadedMap();
-    std::shared_ptr<CountedAlgorithm> algorithm = std::make_shared<CountedAlgorithm>();
-    std::shared_ptr<Listener> listener = std::make_shared<Listener>();
-    std::shared_ptr<PgmClusterManager> manager = PgmClusterManager::create(map);
-};
+class ClusterManagerTest : public ClusterManagerFixture {};
 
 TEST_F(ClusterManagerTest, ABurstOfChangesIsClusteredOnceAfterTheLast) {
     for (int i = 0; i < 100; ++i) {
@@ -206,37 +74,11 @@ TEST_F(ClusterManagerTest, AnEqualResultDrawsNothingUnlessForced) {
     EXPECT_EQ(markers(), before) << "markers are used again";
 }
 
-/// Answers what a test wants.
-class GivenClusters final : public PgmClusterAlgorithm {
- public:
-    std::uint64_t minClusteringCount() const override { return 2; }
-    void setMinClusteringCount(std::uint64_t) override {}
-    std::uint64_t maxDistanceBetweenItems() const override { return 0; }
-    void setMaxDistanceBetweenItems(std::uint64_t) override {}
-    void add(Item) override {}
-    void add(std::span<const Item>) override {}
-    void remove(const Item&) override {}
-    void remove(std::span<const Item>) override {}
-    void clear() override {}
-    std::vector<std::shared_ptr<PgmCluster>> clustersAtZoom(float) override {
-        std::vector<std::shared_ptr<PgmCluster>> clusters;
-        for (const auto& [longitude, items] : given) {
-            clusters.push_back(
-                std::make_shared<PgmStaticCluster>(CLLocationCoordinate2D{0, longitude}, items));
-        }
-        return clusters;
-    }
-
-    std::vector<std::pair<double, std::vector<Item>>> given;
-};
-
 TEST_F(ClusterManagerTest, GroupingsAreComparedByPositionsAndItems) {
-    const auto given = std::make_shared<GivenClusters>();
-    manager->setAlgorithm(given);
     manager->setSync(true);
     look({0, 0}, 5);
     const Item a = place(0, 0), b = place(0, 0), c = place(0, 0), d = place(0, 0);
-    using Groups = decltype(given->given);
+    using Groups = CountedAlgorithm::Groups;
     const Groups start{{0, {a, b}}, {1, {c}}, {1, {d}}};
     struct Case {
         const char* what;
@@ -252,10 +94,10 @@ TEST_F(ClusterManagerTest, GroupingsAreComparedByPositionsAndItems) {
           Case{"the same one twice", {{0, {a, b}}, {1, {c}}, {1, {c}}}, {"item elsewhere"}},
           Case{"one less", {{0, {a, b}}, {1, {c}}}, {}}}) {
         SCOPED_TRACE(test.what);
-        given->given = start;
+        algorithm->given = start;
         manager->Pgmalidate();
         listener->rendered.clear();
-        given->given = test.groups;
+        algorithm->given = test.groups;
         manager->addItem(nullptr);
         EXPECT_EQ(listener->rendered, test.rendered);
         EXPECT_EQ(markers().size(), test.groups.size());
@@ -265,11 +107,9 @@ TEST_F(ClusterManagerTest, GroupingsAreComparedByPositionsAndItems) {
 /// Steps that grow with the square of the count would take minutes here.
 TEST_F(ClusterManagerTest, ManyClustersMayBeNearEachOtherOrAtOnePosition) {
     constexpr std::size_t count = 100'000;
-    std::mt19937 random(1);
-    std::uniform_real_distribution<double> north(37.4, 37.6), east(126.9, 127.1);
     std::vector<Item> items;
     for (std::size_t i = 0; i < count; ++i) {
-        items.push_back(place(north(random), east(random)));
+        items.push_back(place(37.4 + 1e-6 * static_cast<double>(i), 127));
         items.push_back(place(37.5, 127));
     }
     look({0, 0}, 10);
@@ -277,170 +117,11 @@ TEST_F(ClusterManagerTest, ManyClustersMayBeNearEachOtherOrAtOnePosition) {
     algorithm->setMinClusteringCount(count * 10);
     manager->setSync(true);
     manager->addItems(items);
-    algorithm->remove(std::span(items).first(2));
+    algorithm->remove(items[0]);  // One is replaced: as many as before.
     manager->addItem(place(37.5, 127.01));
-    ASSERT_EQ(manager->clusters().size(), 2 * count - 1);
+    ASSERT_EQ(manager->clusters().size(), 2 * count);
     EXPECT_EQ(manager->clusters().back()->position().longitude, 127.01);
     EXPECT_THAT(markers(), IsEmpty());
-}
-
-TEST_F(ClusterManagerTest, PanningAddsAndTheNextClusteringClearsUp) {
-    for (double longitude = 120; longitude < 134; longitude += 0.8) {
-        manager->addItem(place(37.5, longitude));
-    }
-    port.advance(0.25);
-    const auto first = markers();
-    EXPECT_EQ(first.size(), 1U);
-    const auto firstPosition = first[0]->position();
-    std::size_t count = first.size();
-    for (double longitude = seoul.longitude; longitude < 129; longitude += 0.3) {
-        look({37.5, longitude}, 10.2);
-        expectMarkersOfWhatIsVisible();
-        EXPECT_GE(markers().size(), count);
-        count = markers().size();
-    }
-    EXPECT_EQ(count, 3U) << "one stays behind for each that came";
-    look(seoul, 10.2);
-    EXPECT_EQ(markers().size(), count) << "what was there is found again";
-
-    algorithm->add(place(0, 0));
-    look({37.5, 127.2}, 11);
-    EXPECT_EQ(markers(), first) << "and keeps the very marker at its position";
-    EXPECT_EQ(first[0]->position(), firstPosition);
-    port.runFrame();
-    EXPECT_EQ(featuresOf(map).size(), 1U);
-}
-
-/// Counts how often it hears that another part of the world is visible.
-class AreaCounter final : public PgmMapDelegate {
- public:
-    void mapViewDidChangeVisibleArea(PgmMapView& map) override {
-        if (++count == 1 && again) {
-            map.setContentInset(*again);
-        }
-    }
-    int count = 0;
-    std::optional<UIEdgeInsets> again;  // set from within the first call
-};
-
-TEST_F(ClusterManagerTest, ClustersAreShownWhereverTheyAreOnTheScreen) {
-    constexpr CGRect small{{0, 0}, {200, 150}};
-    struct Case {
-        const char* what;
-        CGRect frame;
-        std::function<void()> start, change;
-        int areaEvents;  // -1: several
-    };
-    const auto counter = std::make_shared<AreaCounter>();
-    const auto lookTurned = [this](double latitude, double longitude, double zoom) {
-        map->setCameraPosition(PgmCameraPosition::create({latitude, longitude}, zoom, 50, 30));
-    };
-    const auto stay = [this] { look({37, 127}, 4); };
-    const std::vector<Case> cases{
-        {"west of the antimeridian", window->bounds(), stay,
-         [this] {
-             look({37, -170}, 1.5);
-         },
-         0},
-        {"east of it", window->bounds(), stay,
-         [this] {
-             look({37, 175}, 1.5);
-         },
-         0},
-        {"across it at one zoom", window->bounds(),
-         [this] {
-             look({37, 160}, 4);
-         },
-         [this] {
-             look({37, 179}, 4);
-         },
-         0},
-        {"a view wider than the world", window->bounds(), stay,
-         [this] {
-             map->setMinimumZoomLevel(0), look({10, 100}, 0);
-         },
-         0},
-        {"turned and tilted", window->bounds(), stay, [&] { lookTurned(20, -178, 2); }, 0},
-        {"the same groups from further away", window->bounds(),
-         [this] {
-             look({35, 125}, 6.4);
-         },
-         [this] {
-             look({35, 125}, 4.6);
-         },
-         0},
-        {"the view grows", small, stay, [this] { map->setFrame(window->bounds()); }, 1},
-        {"the view is laid out late", {}, stay, [this] { map->setFrame(window->bounds()); }, 1},
-        {"another inset", window->bounds(), stay,
-         [this] {
-             map->setContentInset({0, 500, 0, 0});
-         },
-         1},
-        {"an inset that a listener changes again", window->bounds(), stay,
-         [&] {
-             counter->again = UIEdgeInsets{0, 500, 0, 0};
-             map->setContentInset({0, 100, 0, 0});
-         },
-         2},
-        {"an inset over time", window->bounds(), stay,
-         [this] {
-             engineOf(map).setContentInset({0, 0, 400, 0}, true, {});
-         },
-         -1},
-        {"inset and size in one frame", small, stay,
-         [this] {
-             map->setContentInset({50, 0, 0, 0}), map->setFrame(window->bounds());
-         },
-         1},
-    };
-    for (const Case& test : cases) {
-        SCOPED_TRACE(test.what);
-        map = PgmMapView::create(test.frame);
-        window->addSubview(map);
-        manager = PgmClusterManager::create(map);
-        counter->again.reset();
-        map->setDelegate(counter);
-        test.start();
-        port.advance(1);
-        for (int north = -75; north < 80; north += 10) {
-            for (int east = -175; east < 180; east += 10) {
-                manager->algorithm()->add(place(north, east));
-            }
-        }
-        manager->algorithm()->add(place(37, -538));
-        manager->Pgmalidate();
-        expectMarkersOfWhatIsVisible();
-        const auto before = markers().size();
-        counter->count = 0;
-        test.change();
-        port.advance(1);
-        expectMarkersOfWhatIsVisible();
-        EXPECT_GT(markers().size(), before);
-        EXPECT_TRUE(test.areaEvents < 0 ? counter->count > 5 : counter->count == test.areaEvents)
-            << counter->count;
-        map->removeFromSuperview();
-    }
-}
-
-TEST_F(ClusterManagerTest, WhateverTheCameraDoesEachVisibleClusterHasOneMarker) {
-    std::mt19937 random(1);
-    std::vector<Item> items;
-    for (int i = 0; i < 3000; ++i) {
-        items.push_back(
-            place(std::normal_distribution(37.0, 1.0)(random), std::normal_distribution(127.0, 1.0)(random)));
-    }
-    manager->setSync(true);
-    manager->addItems(items);
-    std::uniform_real_distribution<double> shift(-1, 1);
-    for (int step = 0; step < 60; ++step) {
-        SCOPED_TRACE(step);
-        look({37 + shift(random), 127 + shift(random)}, 6 + 4 * (1 + shift(random)));
-        if (step % 10 == 0) {
-            manager->removeItem(items[static_cast<std::size_t>(step)]);
-        }
-        expectMarkersOfWhatIsVisible();
-    }
-    EXPECT_GT(manager->clusters().size(), 10U);
 }
 
 TEST_F(ClusterManagerTest, MarkersShowAClusterOrItsItem) {
@@ -498,6 +179,7 @@ TEST_F(ClusterManagerTest, TapsReachTheManagersDelegateAlone) {
 }
 
 TEST_F(ClusterManagerTest, CallbacksMayDoAnything) {
+    constexpr CLLocationCoordinate2D aside{37.6, 127.2};
     const auto removeShapes = [this] {
         for (const auto& marker : markers()) {
             marker->setMapView(nullptr);
@@ -508,14 +190,8 @@ TEST_F(ClusterManagerTest, CallbacksMayDoAnything) {
         {"remove shapes", removeShapes},
         {"force a clustering", [this] { manager->Pgmalidate(); }},
         {"move the camera out", [this] { look(seoul, 13); }},
-        {"move the camera in",
-         [this] {
-             look({37.6, 127.2}, 19.6);
-         }},
-        {"move it aside",
-         [this] {
-             look({37.6, 127.2}, map->cameraPosition()->zoom());
-         }},
+        {"move the camera in", [&] { look(aside, 19.6); }},
+        {"move it aside", [&] { look(aside, map->cameraPosition()->zoom()); }},
         {"release the delegate", [this] { listener = nullptr; }},
         {"release the manager", [this] { manager = nullptr; }},
         {"release the map", [this] { map->removeFromSuperview(), map = nullptr; }},
@@ -558,69 +234,22 @@ TEST_F(ClusterManagerTest, CallbacksMayDoAnything) {
 }
 
 TEST_F(ClusterManagerTest, ReleasesEndWhatWasAskedFor) {
-    const auto isForgotten = [this](const char* what, auto&& release) {
-        SCOPED_TRACE(what);
-        addPairAndSingle();
-        manager->addItem(place(38, 127));
-        const std::weak_ptr<PgmMarker> marker = markers()[0];
-        const std::weak_ptr<PgmClusterManager> oldManager = manager;
-        release();
-        port.advance(1);
-        EXPECT_TRUE(marker.expired());
-        EXPECT_EQ(oldManager.expired(), manager == nullptr);
-    };
-    isForgotten("manager", [this] { manager = nullptr; });
+    addPairAndSingle();
+    manager->addItem(place(38, 127));
+    std::weak_ptr<PgmMarker> marker = markers()[0];
+    manager = nullptr;
+    port.advance(1);
+    EXPECT_TRUE(marker.expired());
     EXPECT_THAT(markers(), IsEmpty());
-    look(seoul, 12);
 
     manager = PgmClusterManager::create(map);
-    isForgotten("view and then manager", [this] {
-        map->removeFromSuperview();
-        map = nullptr;
-        manager->Pgmalidate();
-        manager = nullptr;
-    });
-    manager = PgmClusterManager::create(nullptr);
-    manager->addItem(place(1, 1));
-    port.advance(1);
-    EXPECT_THAT(manager->clusters(), IsEmpty());
-}
-
-TEST_F(ClusterManagerTest, PositionsBeyondTheWorldAreLeftOut) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const double nan = std::nan("");
-    manager->setSync(true);
-    algorithm->setMinClusteringCount(1);
-    const std::vector<CLLocationCoordinate2D> odd{{nan, 0},         {0, nan},     {infinity, 0}, {89, 0},
-                                                  {-89.9, 0},       {91, 181},    {-1000, -181}, {0, 1e300},
-                                                  {-infinity, nan}, {85.06, 180}, {0, -540.1}};
-    for (const auto& [latitude, longitude] : odd) {
-        manager->addItem(place(latitude, longitude));
-    }
-    for (const double zoom : {1.0, 5.0, 20.0}) {
-        for (const auto center : {CLLocationCoordinate2D{0, 0}, {85, 179.9}, {-85, -179.9}}) {
-            look(center, zoom);
-            manager->Pgmalidate();
-            port.runFrame();
-            expectMarkersOfWhatIsVisible();
-        }
-    }
-    manager->clearItems();
-    EXPECT_THAT(markers(), IsEmpty());
-}
-
-TEST_F(ClusterManagerTest, ViewsOfAnySizeAreClustered) {
-    for (const CGSize size :
-         {CGSize{400, 5e-324}, CGSize{5e-324, 300}, CGSize{400, 1e-300}, CGSize{1e300, 1e300}}) {
-        SCOPED_TRACE(size.height);
-        const auto view =
-            PgmMapView::create({{}, size}, PgmMapOptions::create(PgmCameraPosition::create(seoul, 7, 30, 0)));
-        const auto sized = PgmClusterManager::create(view);
-        sized->addItem(place(seoul.latitude, seoul.longitude));
-        sized->Pgmalidate();
-        EXPECT_EQ(sized->clusters().size(), 1U);
-        EXPECT_NEAR(view->cameraPosition()->zoom(), 7, 1e-6);
-    }
+    addPairAndSingle();
+    marker = markers()[0];
+    map->removeFromSuperview();
+    map = nullptr;
+    manager->Pgmalidate();
+    manager = nullptr;
+    EXPECT_TRUE(marker.expired());
 }
 
 }  // namespace

@@ -18,14 +18,10 @@ namespace {
 
 using Item = std::shared_ptr<PgmClusterItem>;
 
-class Place : public PgmClusterItem {
- public:
-    explicit Place(CLLocationCoordinate2D where) : position_(where) {}
-    CLLocationCoordinate2D position() const override { return position_; }
-    void move(CLLocationCoordinate2D to) { position_ = to; }
-
- private:
-    CLLocationCoordinate2D position_;
+struct Place : PgmClusterItem {
+    explicit Place(CLLocationCoordinate2D where) : place(where) {}
+    CLLocationCoordinate2D position() const override { return place; }
+    CLLocationCoordinate2D place;
 };
 
 /// Equal to all others of its name.
@@ -34,8 +30,7 @@ class NamedPlace final : public Place, public PgmHashable {
     NamedPlace(CLLocationCoordinate2D position, unsigned name) : Place(position), name_(name) {}
     std::size_t hash() const override { return name_ % 3; }
     bool equals(const PgmHashable& other) const override {
-        const auto* place = dynamic_cast<const NamedPlace*>(&other);
-        return place != nullptr && place->name_ == name_;
+        return dynamic_cast<const NamedPlace&>(other).name_ == name_;
     }
 
  private:
@@ -50,10 +45,8 @@ class Scenario {
  public:
     Scenario(Spread spread, unsigned seed) : spread_(spread), random_(seed) {
         zoom_ = chance(0.5) ? static_cast<float>(below(25)) - 2 : static_cast<float>(between(-2, 22));
-        const unsigned distances[] = {0, 1, 7, 100, 200, 200, 200, 201, 999, 100'000};
-        const unsigned counts[] = {0, 1, 2, 2, 2, 3, 5, 65, 1000};
-        distance_ = distances[below(std::size(distances))];
-        count_ = counts[below(std::size(counts))];
+        distance_ = static_cast<unsigned>(oneOf({0, 1, 7, 100, 200, 200, 200, 201, 999, 100'000}));
+        count_ = static_cast<unsigned>(oneOf({0, 1, 2, 2, 2, 3, 5, 65, 1000}));
         const double degrees = 400.0 / std::pow(2.0, zoom_ + 11) * 360;
         extent_ = std::min(degrees * between(0.2, 15), 80.0);
         middle_ = {between(-60, 60), between(-170, 170)};
@@ -88,39 +81,40 @@ class Scenario {
         return {middle.latitude + between(-extent, extent), middle.longitude + between(-extent, extent)};
     }
 
+    template <std::size_t count>
+    double oneOf(const double (&values)[count]) {
+        return values[below(count)];
+    }
+
     CLLocationCoordinate2D position() {
         constexpr double infinity = std::numeric_limits<double>::infinity();
-        const double odd[] = {NAN, infinity, -infinity, 1e300, -1e300, 0, 90, -90, 180, -180, 181, -541};
+        const auto somewhere = around(middle_, extent_);
         switch (spread_) {
             case Spread::clustered:
                 return around({middle_.latitude + extent_ * static_cast<double>(below(4)), middle_.longitude},
                               extent_ * (chance(0.9) ? 0.02 : 1));
             case Spread::line:
-                return chance(0.5)
-                           ? CLLocationCoordinate2D{middle_.latitude, around(middle_, extent_).longitude}
-                           : CLLocationCoordinate2D{around(middle_, extent_).latitude, middle_.longitude};
+                return chance(0.5) ? CLLocationCoordinate2D{middle_.latitude, somewhere.longitude}
+                                   : CLLocationCoordinate2D{somewhere.latitude, middle_.longitude};
             case Spread::point:
-                return chance(0.98) ? middle_ : around(middle_, extent_);
-            case Spread::grid: {
-                // Equal distances between many.
-                const double step = extent_ / 4;
-                return {middle_.latitude, middle_.longitude + step * static_cast<double>(below(9))};
-            }
+                return chance(0.98) ? middle_ : somewhere;
+            case Spread::grid:  // Equal distances between many.
+                return {middle_.latitude, middle_.longitude + extent_ / 4 * static_cast<double>(below(9))};
             case Spread::edges: {
-                const double latitudes[] = {90, -90, 85.05112878, -85.05112878, 85.0511, -85.0511, 0, 85.1};
-                const double longitudes[] = {180, -180, 179.9999, -179.9999, 180.0000001, 0};
-                return {latitudes[below(std::size(latitudes))] + (chance(0.5) ? between(-1e-3, 1e-3) : 0),
-                        longitudes[below(std::size(longitudes))] + (chance(0.5) ? between(-1e-3, 1e-3) : 0)};
+                const double jitter = chance(0.5) ? between(-1e-3, 1e-3) : 0;
+                return {oneOf({90, -90, 85.05112878, -85.05112878, 85.0511, -85.0511, 0, 85.1}) + jitter,
+                        oneOf({180, -180, 179.9999, -179.9999, 180.0000001, 0}) - jitter};
             }
             case Spread::nonFinite: {
-                auto at = around(middle_, extent_);
-                (chance(0.5) ? at.latitude : at.longitude) = odd[below(std::size(odd))];
-                return chance(0.5) ? at : around(middle_, extent_);
+                auto odd = somewhere;
+                (chance(0.5) ? odd.latitude : odd.longitude) =
+                    oneOf({NAN, infinity, -infinity, 1e300, -1e300, 0, 90, -90, 180, -180, 181, -541});
+                return chance(0.5) ? odd : somewhere;
             }
             case Spread::beyond:
                 return around({middle_.latitude, 180}, extent_);
             default:
-                return around(middle_, extent_);
+                return somewhere;
         }
     }
 
@@ -160,7 +154,7 @@ class Scenario {
     void moveSome() {
         for (const Item& item : pool_) {
             if (chance(0.2)) {
-                std::dynamic_pointer_cast<Place>(item)->move(position());
+                std::dynamic_pointer_cast<Place>(item)->place = position();
             }
         }
     }

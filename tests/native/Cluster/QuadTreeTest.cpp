@@ -20,26 +20,6 @@ class Dot final : public PQTPointQuadTreeItem {
     PQTPoint point_;
 };
 
-std::shared_ptr<Dot> dot(double x, double y) {
-    return std::make_shared<Dot>(PQTPoint{x, y});
-}
-
-TEST(QuadTreeTest, HoldsFinitePointsOfTheUnitSquareOnly) {
-    const std::vector<std::pair<PQTPoint, bool>> cases{
-        {{0, 0}, true},   {{-1, -1}, true},  {{1, 1}, true},    {{1.0000001, 0}, false},
-        {{0, -2}, false}, {{NAN, 0}, false}, {{0, NAN}, false}, {{INFINITY, 0}, false}};
-    for (const auto& [point, isHeld] : cases) {
-        PQTPointQuadTree tree({-5, -5, 5, 5});
-        tree.add(dot(point.x, point.y));
-        EXPECT_EQ(tree.count(), isHeld ? 1U : 0U) << point.x << ", " << point.y;
-        EXPECT_EQ(tree.remove(*dot(point.x, point.y)), isHeld) << point.x << ", " << point.y;
-        EXPECT_EQ(tree.count(), 0U);
-    }
-    PQTPointQuadTree tree(world);
-    tree.add(nullptr);
-    EXPECT_EQ(tree.count(), 0U);
-}
-
 TEST(QuadTreeTest, AgreesWithALiteralTreeThroughChanges) {
     for (unsigned seed = 0; seed < 60; ++seed) {
         std::mt19937 random(seed);
@@ -54,7 +34,7 @@ TEST(QuadTreeTest, AgreesWithALiteralTreeThroughChanges) {
         std::vector<PQTPoint> added;
         for (int round = 0; round < 1500; ++round) {
             if (random() % 5 < (round < 1000 ? 3U : 1U)) {
-                const auto item = dot(value(), value());
+                const auto item = std::make_shared<Dot>(PQTPoint{value(), value()});
                 tree.add(item);
                 model.add(item->point(), item);
                 added.push_back(item->point());

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "CaseFile.h"
 #include "Command/CommandRun.h"
 
 namespace {
@@ -23,11 +24,6 @@ std::string point(const std::string& coordinates) {
 
 std::string collection(const std::string& features) {
     return R"({"type":"FeatureCollection","features":[)" + features + "]}";
-}
-
-/// A collection with a member of its own.
-std::string member(const std::string& value) {
-    return R"({"x":)" + value + R"(,"type":"FeatureCollection","features":[]})";
 }
 
 TEST_F(ClusterCommandTest, WritesAPointForEachCluster) {
@@ -62,57 +58,25 @@ TEST_F(ClusterCommandTest, WritesAPointForEachCluster) {
 TEST_F(ClusterCommandTest, WritesEveryWholeZoomOfARange) {
     const auto outcome = run("cluster --zoom -1..1", collection(point("[10,0]") + "," + point("[80,0]")));
     EXPECT_EQ(outcome.code, 0);
-    EXPECT_THAT(outcome.output, HasSubstr(R"("zoom":-1,"count":2,)"));
-    EXPECT_THAT(outcome.output, HasSubstr(R"("zoom":0,"count":2,)"));
-    EXPECT_THAT(outcome.output, HasSubstr(R"("zoom":1,"count":1,"items":[0],"features":[0])"));
-    EXPECT_THAT(outcome.output, HasSubstr(R"("zoom":1,"count":1,"items":[1],"features":[1])"));
+    for (const char* group : {R"("zoom":-1,"count":2,)", R"("zoom":0,"count":2,)",
+                              R"("zoom":1,"count":1,"items":[0],"features":[0])",
+                              R"("zoom":1,"count":1,"items":[1],"features":[1])"}) {
+        EXPECT_THAT(outcome.output, HasSubstr(group));
+    }
 }
 
 TEST_F(ClusterCommandTest, NamesAndLeavesOutFeaturesThatCannotBeUsed) {
-    const std::string start = R"({"type":"Feature","geometry":)";
-    const std::string deep(200, '[');
-    const struct {
-        std::string feature;
-        const char* reason;
-    } cases[] = {
-        {"7", "it is not an object"},
-        {"{}", "it has no type"},
-        {R"({"type":3})", "its type is not a text"},
-        {R"({"type":"Point","coordinates":[1,2]})", "its type is 'Point', not 'Feature'"},
-        {R"({"type":"Feature"})", "it has no geometry"},
-        {start + "5}", "its geometry is neither an object nor null"},
-        {start + "{}}", "its geometry has no type"},
-        {start + R"({"type":"Pointer","coordinates":[1,2]}})", "its geometry's type 'Pointer' is unknown"},
-        {start + R"({"type":"Point"}})", "its Point has no coordinates"},
-        {start + R"({"coordinates":5,"type":"Point"}})", "its coordinates are not an array"},
-        {point("[]"), "its coordinates are fewer than a longitude and a latitude"},
-        {point("[127]"), "its coordinates are fewer than a longitude and a latitude"},
-        {point("[127,\"37\"]"), "one of its coordinates is not a number"},
-        {point("[127,[37]]"), "one of its coordinates is not a number"},
-        {point("[1e999,37]"), "one of its coordinates is not a number that can be held"},
-        {R"({"properties":{"a":tru},)" + point("[1,2]").substr(1), "one of its words is not valid"},
-        {R"({"properties":{"a":1.},)" + point("[1,2]").substr(1), "one of its numbers is not valid"},
-        {R"({"properties":{"a":[01]},)" + point("[1,2]").substr(1), "one of its numbers is not valid"},
-        {R"({"properties":{"a":[1,,2]},)" + point("[1,2]").substr(1), "it is not valid JSON"},
-        {R"({"type":"Feature" "geometry":null})", "it is not valid JSON"},
-        {R"({"type":"Feat)" + std::string("\xFF") + R"(ure","geometry":null})", "it is not valid JSON"},
-        {R"({"type":"A\u001b"})", "its type is 'A ', not 'Feature'"},
-        {R"({"properties":{"a":"\q"},)" + point("[1,2]").substr(1), "one of its texts is not valid"},
-        {R"({"properties":)" + deep + std::string(200, ']') + "," + point("[1,2]").substr(1),
-         "it is nested deeper than 128 levels"},
-    };
-    for (const auto& [feature, reason] : cases) {
+    for (const auto& [feature, reasons] : casesOf("Command/bad-features.txt")) {
         const auto whole =
             run("cluster --zoom 3", collection(point("[1,2]") + "," + feature + "," + point("[5,6]")));
-        EXPECT_EQ(whole.code, 1) << feature;
-        EXPECT_THAT(whole.errors, StartsWith(std::string("standard input: feature 1: ") + reason));
-        EXPECT_THAT(whole.output, HasSubstr("\"items\":[0,1],\"features\":[0,2]")) << feature;
-
+        EXPECT_THAT(whole.errors, StartsWith("standard input: feature 1: " + reasons[0]));
         const auto lines =
             run("cluster --zoom 3", point("[1,2]") + "\n\n" + feature + "\n" + point("[5,6]") + "\n");
-        EXPECT_EQ(lines.code, 1) << feature;
-        EXPECT_THAT(lines.errors, StartsWith(std::string("standard input:3: feature 1: ") + reason));
-        EXPECT_THAT(lines.output, HasSubstr("\"items\":[0,1],\"features\":[0,2]")) << feature;
+        EXPECT_THAT(lines.errors, StartsWith("standard input:3: feature 1: " + reasons[0]));
+        for (const auto& outcome : {whole, lines}) {
+            EXPECT_EQ(outcome.code, 1) << feature;
+            EXPECT_THAT(outcome.output, HasSubstr("\"items\":[0,1],\"features\":[0,2]")) << feature;
+        }
     }
     for (std::size_t length = 1; length < point("[1,2]").size(); length += 3) {
         const auto cut =
@@ -189,39 +153,12 @@ TEST_F(ClusterCommandTest, CountsWhatItSkipsAndWhatEndsInNoCluster) {
 }
 
 TEST_F(ClusterCommandTest, RefusesTextsThatCannotBeReadToTheirEnd) {
-    const struct {
-        std::string text;
-        const char* reason;
-    } cases[] = {
-        {"", "it is empty"},
-        {" \n ", "it is empty"},
-        {"hello", "it is n"},
-        {"[1,2]", "it is neither a FeatureCollection nor a Feature"},
-        {"{\"a\":1}", "it is neither a FeatureCollection nor a Feature"},
-        {R"({"type":"Topology"})", "its type is 'Topology'"},
-        {R"({"type":"FeatureCollection"})", "the FeatureCollection has no features"},
-        {R"({"type":"FeatureCollection","features":{}})",
-         "the features of the FeatureCollection are not an array"},
-        {R"({"type":"FeatureCollection","features":[],"features":[]})", "it has two members 'features'"},
-        {collection(point("[1,2]")) + " {}", "there is more behind the FeatureCollection"},
-        {collection(point("[1,2]")).substr(0, 80),
-         "it is not valid JSON at line 1, column 81: the text ends too early"},
-        {point("[1,2]").substr(0, 30), "it is not valid JSON at line 1, column 31: the text ends too early"},
-        {collection("\n7,{\"a\":[1,2}},{}"), "it is not valid JSON at line 2, column 12: unexpected '}'"},
-        {collection("{},"), "it is not valid JSON at line 1, column 44: unexpected ']'"},
-        {collection("{} {}"), "it is not valid JSON at line 1, column 44: unexpected '{'"},
-        {"{\"type\":\"FeatureCollection\",x:1}", "it is not valid JSON at line 1, column 29: unexpected 'x'"},
-        {member("\"\xFF\""), "the value of 'x' at line 1, column 6: it is not valid JSON"},
-        {member("tru"), "the value of 'x' at line 1, column 6: one of its words is not valid"},
-        {member("01"), "the value of 'x' at line 1, column 6: one of its numbers is not valid"},
-        {member("{\"a\":\"\\q\"}"), "the value of 'x' at line 1, column 6: one of its texts is not valid"},
-        {member("[1,,2]"), "the value of 'x' at line 1, column 6: it is not valid JSON"},
-        {member("[1}"), "it is not valid JSON at line 1, column 8: unexpected '}'"},
-    };
-    for (const auto& [text, reason] : cases) {
+    auto cases = casesOf("Command/bad-documents.txt");
+    cases.push_back({"", {"it is empty"}});
+    for (const auto& [text, reasons] : cases) {
         const auto outcome = run("cluster --zoom 3", text);
         EXPECT_EQ(outcome.code, 1) << text;
-        EXPECT_THAT(outcome.errors, HasSubstr(std::string("standard input: ") + reason)) << text;
+        EXPECT_THAT(outcome.errors, HasSubstr("standard input: " + reasons[0])) << text;
         EXPECT_THAT(outcome.output, IsEmpty()) << text;
     }
     EXPECT_THAT(run("cluster --zoom 3 missing.json").errors,
@@ -231,30 +168,16 @@ TEST_F(ClusterCommandTest, RefusesTextsThatCannotBeReadToTheirEnd) {
 }
 
 TEST_F(ClusterCommandTest, TellsWrongUseFromWrongInput) {
-    const struct {
-        const char* words;
-        const char* reason;
-    } cases[] = {
-        {"", "usage: pelta COMMAND"},
-        {"dance", "there is no command 'dance'"},
-        {"cluster", "--zoom is missing"},
-        {"cluster --zoom", "--zoom needs a value"},
-        {"cluster --zoom near", "--zoom takes a number"},
-        {"cluster --zoom 5..3", "--zoom takes a number"},
-        {"cluster --zoom 1..2.5", "--zoom takes a number"},
-        {"cluster --zoom nan", "--zoom takes a number"},
-        {"cluster --zoom 3 --min-count -1", "--min-count takes a whole number"},
-        {"cluster --zoom 3 --max-distance 1e3", "--max-distance takes a whole number"},
-        {"cluster --zoom 3 --fast", "there is no option '--fast'"},
-        {"cluster --zoom 3 a b", "there is more than one file"},
-    };
-    for (const auto& [words, reason] : cases) {
+    auto cases = casesOf("Command/wrong-use.txt");
+    cases.push_back({"", {"usage: pelta COMMAND"}});
+    for (const auto& [words, reasons] : cases) {
         const auto outcome = run(words);
         EXPECT_EQ(outcome.code, 2) << words;
-        EXPECT_THAT(outcome.errors, HasSubstr(reason)) << words;
+        EXPECT_THAT(outcome.errors, HasSubstr(reasons[0])) << words;
         EXPECT_THAT(outcome.output, IsEmpty()) << words;
     }
-    EXPECT_THAT(run("--help").output, HasSubstr("  cluster "));
+    EXPECT_THAT(run("--help").output, testing::AllOf(HasSubstr("  cluster "), HasSubstr("  convert ")));
+    EXPECT_THAT(run("convert --help").output, StartsWith("usage: pelta convert"));
     EXPECT_THAT(run("cluster --zoom x --help").output, StartsWith("usage: pelta cluster"));
     EXPECT_THAT(run("--version").output, testing::MatchesRegex("pelta [0-9.]+\n"));
 }

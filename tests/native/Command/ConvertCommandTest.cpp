@@ -3,12 +3,12 @@
 #include <gmock/gmock.h>
 #include <string>
 
+#include "CaseFile.h"
 #include "Command/CommandRun.h"
 
 namespace {
 
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class ConvertCommandTest : public CommandRun {};
@@ -64,36 +64,13 @@ TEST_F(ConvertCommandTest, KnowsAllSystems) {
 }
 
 TEST_F(ConvertCommandTest, NamesLinesThatCannotBeConverted) {
-    const struct {
-        std::string line;
-        std::string expected;
-        std::string reason;
-    } cases[] = {
-        {"hello", "* *", "the line does not start with a number"},
-        {"hello, world and moon", "* * and moon", "the line does not start with a number"},
-        {",1 2", "* * 2", "the line does not start with a number"},
-        {"12x 37 a", "* * a", "the line does not start with a number"},
-        {"0x7f 37", "* *", "the line does not start with a number"},
-        {"+-1 37", "* *", "the line does not start with a number"},
-        {"127", "* *", "there is no second number"},
-        {"127,\r", "* *\r", "there is no second number"},
-        {"127,,37", "* * 37", "there is no second number"},
-        {"127 north end", "* * end", "the second word is not a number"},
-        {"127;37", "* *", "the line does not start with a number"},
-        {"nan 37 a", "* * a", "the result is not finite"},
-        {"127 -inf a", "* * a", "the result is not finite"},
-        {"1e400 37 a", "* * a", "the first number is out of range"},
-        {"127 -1e400 a", "* * a", "the second number is out of range"},
-        {"1e400x 37", "* *", "the line does not start with a number"},
-    };
     std::ofstream file(path("some lines.txt"));
     std::string expected, reasons;
     int number = 0;
-    for (const auto& [line, result, reason] : cases) {
+    for (const auto& [line, answer] : casesOf("Command/bad-lines.txt")) {
         file << degrees << "\n" << line << "\n";
-        expected += katec + "\n" + result + "\n";
-        number += 2;
-        reasons += "some lines.txt:" + std::to_string(number) + ": " + reason + "\n";
+        expected += katec + "\n" + answer.at(0) + "\n";
+        reasons += "some lines.txt:" + std::to_string(number += 2) + ": " + answer.at(1) + "\n";
     }
     file.close();
     const auto outcome = run("convert --from wgs84 --to katec 'some lines.txt'");
@@ -185,28 +162,6 @@ TEST_F(ConvertCommandTest, AnswersEachLineOfAPipeAtOnce) {
                                " >&${COPROC[1]}; read -t 20 -u ${COPROC[0]} line;"
                                " echo \"$line\" >out'");
     EXPECT_EQ(outcome.output, katec + "\n");
-}
-
-TEST_F(ConvertCommandTest, TellsWrongUseFromWrongInput) {
-    const struct {
-        const char* words;
-        const char* reason;
-    } cases[] = {
-        {"convert", "--from is missing"},
-        {"convert --from katec", "--to is missing"},
-        {"convert --from", "--from needs a value"},
-        {"convert --from mars --to katec", "--from takes wgs84, katec, tm, grs80 or utmk; not 'mars'"},
-        {"convert --from wgs84 --to KATEC", "--to takes wgs84, katec, tm, grs80 or utmk; not 'KATEC'"},
-        {"convert --from wgs84 --to tm -x", "there is no option '-x'"},
-    };
-    for (const auto& [words, reason] : cases) {
-        const auto outcome = run(words, degrees);
-        EXPECT_EQ(outcome.code, 2) << words;
-        EXPECT_THAT(outcome.errors, HasSubstr(reason)) << words;
-        EXPECT_THAT(outcome.output, IsEmpty()) << words;
-    }
-    EXPECT_THAT(run("convert --help").output, StartsWith("usage: pelta convert"));
-    EXPECT_THAT(run("--help").output, HasSubstr("  convert "));
 }
 
 }  // namespace

@@ -62,11 +62,10 @@ void compare(int source, int destination, const std::vector<GeoPoint>& points, R
     GeoTrans().convert(source, destination, points, many);
     for (std::size_t i = 0; i < points.size(); ++i) {
         const auto expected = literally(source, destination, points[i]);
-        const auto one = GeoTrans().convert(source, destination, points[i]);
-        ASSERT_TRUE(isRight(points[i], one, expected) && one.z == 0)
-            << text(points[i]) << " became " << text(one) << " instead of " << text(expected);
-        ASSERT_TRUE(isRight(points[i], many[i], expected) && many[i].z == 0)
-            << text(points[i]) << " among many became " << text(many[i]) << " instead of " << text(expected);
+        for (const auto& actual : {GeoTrans().convert(source, destination, points[i]), many[i]}) {
+            ASSERT_TRUE(isRight(points[i], actual, expected) && actual.z == 0)
+                << text(points[i]) << " became " << text(actual) << " instead of " << text(expected);
+        }
     }
 }
 

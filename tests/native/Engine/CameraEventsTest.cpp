@@ -30,19 +30,18 @@ class CameraEventsTest : public EngineTest {
 };
 
 TEST_F(CameraEventsTest, AnAnimationFollowsItsCurve) {
-    struct Case {
-        std::optional<CAMediaTimingFunction> timing;
-        double quarter;  // progress after a quarter of the time
-    };
-    for (const auto& each : {Case{std::nullopt, 0.25}, Case{CAMediaTimingFunction::easeIn(), 0.0935},
-                             Case{CAMediaTimingFunction::easeOut(), 0.3781}}) {
+    using Timing = std::optional<CAMediaTimingFunction>;
+    // Progress after a quarter of the time.
+    for (const auto& [timing, quarter] : {std::pair(Timing(), 0.25),
+                                          {CAMediaTimingFunction::easeIn(), 0.0935},
+                                          {CAMediaTimingFunction::easeOut(), 0.3781}}) {
         jumpTo({0, 0});
-        view->setCamera(cameraAt(*view, {0, 8}, 10, 40, 300), 2, each.timing, count());
+        view->setCamera(cameraAt(*view, {0, 8}, 10, 40, 300), 2, timing, count());
         completions = 0;
         port.advance(0.5);
-        EXPECT_NEAR(view->centerCoordinate().longitude, 8 * each.quarter, 0.15);
-        EXPECT_NEAR(view->camera().pitch, 40 * each.quarter, 0.8);
-        EXPECT_NEAR(view->direction(), 360 - 60 * each.quarter, 1.2);
+        EXPECT_NEAR(view->centerCoordinate().longitude, 8 * quarter, 0.15);
+        EXPECT_NEAR(view->camera().pitch, 40 * quarter, 0.8);
+        EXPECT_NEAR(view->direction(), 360 - 60 * quarter, 1.2);
         EXPECT_EQ(completions, 0);
         port.advance(1.6);
         expectView(*view, {0, 8}, 10, 40, 300);
@@ -122,40 +121,34 @@ TEST_F(CameraEventsTest, TheLastIsChangingCarriesTheFinalCamera) {
         view->setCamera(cameraAt(*view, {1, 1}, 12), duration, std::nullopt, count());
     };
     const auto stay = [this] { view->setCamera(view->camera(), false); };
+    const auto half = [&] {
+        to12(1);
+        port.advance(0.5);
+    };
+    const auto stop = [&] {
+        half();
+        view->setMaximumZoomLevel(6);
+        stay();
+    };
+    const auto jumpElsewhere = [&] {
+        half();
+        view->setCamera(cameraAt(*view, {2, 2}, 5), 0, std::nullopt, count());
+    };
+    const auto fly = [&] { view->flyToCamera(cameraAt(*view, {1, 1}, 12), 0.2, count()); };
+    const auto jump = [&] { to12(0); };
+    const auto ease = [&] { to12(0.2); };
     const std::vector<Case> cases{
-        {"as a jump begins", "will 1", 0, [&] { to12(0); }, 6},
-        {"as a jump is under way", "is 1", 0, [&] { to12(0); }, 6},
-        {"as a jump has ended", "did 1", 0, [&] { to12(0); }, 6},
-        {"as a transition begins", "will 1 animated", 0, [&] { to12(0.2); }, 6},
-        {"in its middle", "is 1", 11, [&] { to12(0.2); }, 6},
-        {"in its last step", "is 1", 12, [&] { to12(0.2); }, 6},
-        {"as it has ended", "did 1 animated", 0, [&] { to12(0.2); }, 6},
-        {"in the last step of a flight", "is 1", 12,
-         [&] {
-             view->flyToCamera(cameraAt(*view, {1, 1}, 12), 0.2, count());
-         },
-         6},
-        {"between two steps", "", 0,
-         [&] {
-             to12(1);
-             port.advance(0.5);
-         },
-         6},
-        {"between two steps, then stopped there", "", 0,
-         [&] {
-             to12(1);
-             port.advance(0.5);
-             view->setMaximumZoomLevel(6);
-             stay();
-         },
-         6},
-        {"as the transition before is stopped", "did 1 animated", 0,
-         [&] {
-             to12(1);
-             port.advance(0.5);
-             view->setCamera(cameraAt(*view, {2, 2}, 5), 0, std::nullopt, count());
-         },
-         5},
+        {"as a jump begins", "will 1", 0, jump, 6},
+        {"as a jump is under way", "is 1", 0, jump, 6},
+        {"as a jump has ended", "did 1", 0, jump, 6},
+        {"as a transition begins", "will 1 animated", 0, ease, 6},
+        {"in its middle", "is 1", 11, ease, 6},
+        {"in its last step", "is 1", 12, ease, 6},
+        {"as it has ended", "did 1 animated", 0, ease, 6},
+        {"in the last step of a flight", "is 1", 12, fly, 6},
+        {"between two steps", "", 0, half, 6},
+        {"between two steps, then stopped there", "", 0, stop, 6},
+        {"as the transition before is stopped", "did 1 animated", 0, jumpElsewhere, 5},
     };
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);

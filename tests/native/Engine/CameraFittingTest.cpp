@@ -36,10 +36,8 @@ class CameraFittingTest : public EngineTest {
         double pitch, bearing;
 
         [[nodiscard]] Corners corners() const {
-            return {bounds.sw,
-                    bounds.ne,
-                    {bounds.sw.latitude, bounds.ne.longitude},
-                    {bounds.ne.latitude, bounds.sw.longitude}};
+            const auto& [sw, ne] = bounds;
+            return {sw, ne, {sw.latitude, ne.longitude}, {ne.latitude, sw.longitude}};
         }
         /// What inset and padding leave of the view.
         [[nodiscard]] CGRect area() const {

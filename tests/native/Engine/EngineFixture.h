@@ -31,6 +31,7 @@ class EventLog final : public MLNMapViewDelegate {
         return all;
     }
 
+    using Reason = MLNCameraChangeReason;
     void didFinishLoadingStyle(MLNMapView& view, MLNStyle& style) override {
         note(view, "style " + style.name());
     }
@@ -38,29 +39,21 @@ class EventLog final : public MLNMapViewDelegate {
         failure = message;
         note(view, "failed");
     }
-    void regionWillChange(MLNMapView& view, MLNCameraChangeReason reason, bool animated) override {
+    void regionWillChange(MLNMapView& view, Reason reason, bool animated) override {
         note(view, "will " + describe(reason, animated));
     }
-    void regionIsChanging(MLNMapView& view, MLNCameraChangeReason reason) override {
+    void regionIsChanging(MLNMapView& view, Reason reason) override {
         const auto event = "is " + describe(reason, false);
-        if (!events.empty() && events.back() == event && !countsSteps) {
+        if (!events.empty() && events.back() == event) {
             events.pop_back();
         }
         note(view, event);
     }
-    void regionDidChange(MLNMapView& view, MLNCameraChangeReason reason, bool animated) override {
+    void regionDidChange(MLNMapView& view, Reason reason, bool animated) override {
         note(view, "did " + describe(reason, animated));
     }
-    void mapViewWillStartRenderingFrame(MLNMapView& view) override {
-        if (notesFrames) {
-            note(view, "frame");
-        }
-    }
-    void mapViewDidBecomeIdle(MLNMapView& view) override {
-        if (notesFrames) {
-            note(view, "idle");
-        }
-    }
+    void mapViewWillStartRenderingFrame(MLNMapView& view) override { noteOfFrames(view, "frame"); }
+    void mapViewDidBecomeIdle(MLNMapView& view) override { noteOfFrames(view, "idle"); }
     void didUpdateUserLocation(MLNMapView& view, const MLNUserLocation&) override { note(view, "location"); }
     void didChangeUserTrackingMode(MLNMapView& view, MLNUserTrackingMode mode, bool) override {
         note(view, "mode " + std::to_string(static_cast<unsigned>(mode)));
@@ -68,11 +61,15 @@ class EventLog final : public MLNMapViewDelegate {
 
     std::string failure;
     bool notesFrames = false;
-    bool countsSteps = false;
 
  private:
     static std::string describe(MLNCameraChangeReason reason, bool animated) {
         return std::to_string(static_cast<std::uint64_t>(reason)) + (animated ? " animated" : "");
+    }
+    void noteOfFrames(MLNMapView& view, const std::string& event) {
+        if (notesFrames) {
+            note(view, event);
+        }
     }
     void note(MLNMapView& view, const std::string& event) {
         events.push_back(event);

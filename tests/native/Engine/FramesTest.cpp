@@ -98,5 +98,18 @@ TEST_F(FramesTest, AGestureReportsAndRendersWithinItsMove) {
               (CameraState{{85.05112878, -160}, 5, 60, 350}));
 }
 
+TEST_F(FramesTest, ADoubleTapZoomsAboutItsPlaceInWhicheverCopyOfTheWorldItIsFound) {
+    const auto window = port.makeWindow(viewFrame.size);
+    window->addSubview(view);
+    for (const double longitude : {180.3, -179.7}) {
+        view->setCamera(cameraAt(*view, {0, 179.8}, 8), false);
+        record().pointed = {0, longitude};
+        port.tap(*window, {300, 150});
+        port.tap(*window, {300, 150});
+        port.advance(1);
+        expectView(*view, {0, -179.95}, 9);
+    }
+}
+
 }  // namespace
 }  // namespace pelta

@@ -15,6 +15,7 @@ struct RendererRecord {
     std::optional<std::string> fault;  ///< Of every document.
     MLNStyleChanges changes;  ///< Of the last commit.
     CameraState camera;
+    CLLocationCoordinate2D pointed;  ///< What is drawn at every point.
     bool isSettled = true;
 };
 
@@ -31,7 +32,9 @@ class RecordingRenderer final : public MapRenderer {
     void setCamera(const CameraState& camera) override { record_.camera = camera; }
     [[nodiscard]] CameraState camera() const override { return record_.camera; }
     [[nodiscard]] CGPoint pointForCoordinate(CLLocationCoordinate2D) const override { return {}; }
-    [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint) const override { return {}; }
+    [[nodiscard]] CLLocationCoordinate2D coordinateForPoint(CGPoint) const override {
+        return record_.pointed;
+    }
     std::optional<std::string> applyStyle(const StyleDocument& document) override {
         record_.documents.push_back(document);
         return record_.fault;

@@ -1,6 +1,7 @@
 #include <pelta/Engine/MLNFillStyleLayer.h>
 #include <pelta/Engine/MLNSymbolStyleLayer.h>
 
+#include "CaseFile.h"
 #include "EngineFixture.h"
 #include "RecordingRenderer.h"
 
@@ -8,10 +9,6 @@ namespace pelta {
 namespace {
 
 using testing::HasSubstr;
-
-std::string documentWithLayers(const std::string& layers) {
-    return R"({"version":8,"sources":{"s":{"type":"geojson"}},"layers":)" + layers + "}";
-}
 
 class StyleLoadingTest : public EngineTest {
  protected:
@@ -27,60 +24,16 @@ class StyleLoadingTest : public EngineTest {
 };
 
 TEST_F(StyleLoadingTest, RefusesBadDocumentsWithPlaceAndFix) {
-    struct Case {
-        std::string document, place, reason, fix;
-    };
-    const std::string nested = std::string(200, '[') + std::string(200, ']');
-    const std::vector<Case> cases{
-        {"", "", "empty", "give a style document"},
-        {" \n\t ", "", "empty", "give a style document"},
-        {"<!DOCTYPE html>", "line 1, column 1", "not JSON near \"<\"", "check that the address"},
-        {"{\"version\": 8,\n \"name\" oops}", "line 2, column 9", "not JSON", "correct it there"},
-        {"{\"version\":8", "line 1, column 12", "not JSON", "correct it"},
-        {"{\"version\":8,\"name\":\"\xff\"}", "line 1", "not JSON", "correct it"},
-        {"{\"version\":1e999}", "line 1", "1e999 is too large", "range of a double"},
-        {"[]", "line 1, column 1", "not an object", "begins with {"},
-        {"8", "line 1", "not an object", "begins with {"},
-        {"null", "line 1", "not an object", "begins with {"},
-        {R"({"sources":{},"layers":[]})", "", "\"version\" is missing", "\"version\": 8"},
-        {R"({"version":7,"sources":{},"layers":[]})", "line 1, column 13", "not 8", "version 8"},
-        {R"({"version":"8"})", "", "not 8", "version 8"},
-        {R"({"version":[8]})", "", "not 8", "version 8"},
-        {R"({"version":8,"layers":[]})", "", "\"sources\" is missing", "or {}"},
-        {R"({"version":8,"sources":[]})", "", "\"sources\" is not an object", "or {}"},
-        {R"({"version":8,"sources":{"s":5}})", "", "source \"s\" is not an object", "\"type\""},
-        {R"({"version":8,"sources":{"s":[]}})", "", "source \"s\" is not an object", "\"type\""},
-        {R"({"version":8,"sources":{}})", "", "\"layers\" is missing", "or []"},
-        {R"({"version":8,"layers":{}})", "", "\"layers\" is not a list", "or []"},
-        {R"({"version":8,"layers":null})", "", "\"layers\" is not a list", "or []"},
-        {documentWithLayers("[7]"), "layers[0]", "not an object", "\"id\" and \"type\""},
-        {documentWithLayers("[[]]"), "layers[0]", "not an object", "\"id\" and \"type\""},
-        {documentWithLayers(R"([{"type":"fill","source":"s"}])"), "layers[0]", "no \"id\"",
-         "identifier of its own"},
-        {documentWithLayers(R"([{"id":7}])"), "layers[0]", "\"id\" is not a text", "write a text"},
-        {documentWithLayers(R"([{"id":{}}])"), "layers[0]", "\"id\" is not a text", "write a text"},
-        {documentWithLayers(R"([{"id":"a"}])"), "layers[0]", "no \"type\"", "background, fill"},
-        {documentWithLayers(R"([{"id":"a","type":"hexagon"}])"), "layers[0]", "\"hexagon\" is unknown",
-         "fill, line"},
-        {documentWithLayers(R"([{"id":"a","type":"line"}])"), "layers[0]", "no \"source\"", "name one"},
-        {documentWithLayers(R"([{"id":"b","type":"background"},{"id":"a","type":"line","source":"x"}])"),
-         "layers[1]", "source \"x\" is not among", "add it"},
-        {documentWithLayers(R"([{"id":"b","type":"background"},{"id":"b","type":"background"}])"),
-         "layers[1]", "another layer has the \"id\" \"b\"", "identifier of its own"},
-        {documentWithLayers(R"([{"id":"b","minzoom":"NaN"}])"), "layers[0]", "\"minzoom\" is not a zoom",
-         "0 to 24"},
-        {documentWithLayers(R"([{"id":"b","maxzoom":25}])"), "layers[0]", "\"maxzoom\" is not a zoom",
-         "0 to 24"},
-        {documentWithLayers("[{\"id\":\"b\",\"paint\":" + nested + "}]"), "line 1", "deeper than 128",
-         "flatten"},
-        {std::string(10'000'000, '['), "line 1, column 1", "not an object", "begins with {"},
-        {R"({"metadata":)" + std::string(10'000'000, '['), "line 1, column 140", "deeper than 128",
-         "flatten"}};
-    for (const auto& each : cases) {
-        const auto message = failureOf(each.document);
+    const std::string deep(10'000'000, '[');
+    auto cases = casesOf("Engine/bad-styles.txt");
+    cases.push_back({"", {"empty", "give a style document"}});
+    cases.push_back({deep, {"line 1, column 1", "not an object", "begins with {"}});
+    cases.push_back({R"({"metadata":)" + deep, {"line 1, column 140", "deeper than 128", "flatten"}});
+    for (const auto& [document, parts] : cases) {
+        const auto message = failureOf(document);
         EXPECT_THAT(message, testing::StartsWith("style document bad/style.json: "));
-        for (const auto& part : {each.place, each.reason, each.fix}) {
-            EXPECT_THAT(message, HasSubstr(part)) << each.document.substr(0, 100);
+        for (const auto& part : parts) {
+            EXPECT_THAT(message, HasSubstr(part)) << document.substr(0, 100);
         }
     }
 }

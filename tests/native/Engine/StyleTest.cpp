@@ -94,11 +94,7 @@ TEST_F(StyleTest, ListsWhatChangedSinceTheLastFrame) {
         {"a property", [&] { a->setFillOpacity(0.5), b->setFillOpacity(0.25), b->setIsVisible(false); },
          " b[2147483650]"},
         {"restacked as before",
-         [&] {
-             for (const auto& each : {a, b})
-                 style.removeLayer(*each), style.addLayer(each);
-         },
-         ""},
+         [&] { style.removeLayer(*a), style.addLayer(a), style.removeLayer(*b), style.addLayer(b); }, ""},
         {"restacked", [&] { style.removeLayer(*a), style.addLayer(a); }, "order"},
         {"changed while out", [&] { style.removeLayer(*a), a->setFillOpacity(1.0), style.addLayer(a); },
          " a[2]"},

@@ -12,16 +12,6 @@ namespace {
 
 using ::testing::HasSubstr;
 
-FetchResult fetch(HeadlessPort& port, const std::string& address) {
-    std::vector<FetchResult> results;
-    PlatformPort::current().fetchText(address,
-                                      [&results](const FetchResult& result) { results.push_back(result); });
-    EXPECT_TRUE(results.empty()) << "answered from within the call";
-    EXPECT_TRUE(port.runUntilIdle());
-    EXPECT_EQ(results.size(), 1U);
-    return results.empty() ? FetchResult{} : results.front();
-}
-
 TEST(HeadlessFetchTest, ReadsGivenDocumentsAndFiles) {
     const auto folder = std::filesystem::path(::testing::TempDir()) / "pelta documents";
     std::filesystem::create_directories(folder / "inner.json");
@@ -30,28 +20,42 @@ TEST(HeadlessFetchTest, ReadsGivenDocumentsAndFiles) {
     HeadlessPort port;
     port.setResourceFolder(folder);
     port.serveDocument("https://example.org/style.json", "served");
-    const std::string encoded =
+    const auto encoded =
         "file://localhost" + (folder.parent_path() / "pelta%20documents/style.json").string();
     struct Case {
         std::string address;
         std::string text;
-        std::string problem;  ///< Part of the message; empty when the document is there.
+        std::string problem = {};  ///< Part of the message; empty when the document is there.
     };
-    for (const Case& c :
-         {Case{"https://example.org/style.json", "served", ""}, Case{"style.json", "from a file", ""},
-          Case{"file:style.json", "from a file", ""},
-          Case{(folder / "style.json").string(), "from a file", ""}, Case{encoded, "from a file", ""},
-          Case{"empty.json", "", ""}, Case{"https://example.org/other.json", "", "serveDocument"},
-          Case{"asset:style.json", "", "serveDocument"}, Case{"missing.json", "", "no such file"},
-          Case{"inner.json", "", "folder"}, Case{"style.json/below", "", "no such file"},
-          Case{"/dev/zero", "", "not a regular file"}, Case{"", "", "names no file"},
-          Case{"file://", "", "names no file"}, Case{std::string("a\0b", 3), "", "zero byte"},
-          Case{std::string(5000, 'a'), "", "cannot be"}}) {
-        const FetchResult result = fetch(port, c.address);
-        EXPECT_EQ(result.isOk, c.problem.empty()) << c.address << ": " << result.message;
-        EXPECT_EQ(result.text, c.text) << c.address;
-        EXPECT_THAT(result.message, HasSubstr(c.problem)) << c.address;
-        EXPECT_THAT(result.message, HasSubstr(c.problem.empty() ? "" : "\"" + c.address + "\""));
+    const Case cases[] = {
+        {"https://example.org/style.json", "served"},
+        {"style.json", "from a file"},
+        {"file:style.json", "from a file"},
+        {(folder / "style.json").string(), "from a file"},
+        {encoded, "from a file"},
+        {"empty.json", ""},
+        {"https://example.org/other.json", "", "serveDocument"},
+        {"asset:style.json", "", "serveDocument"},
+        {"missing.json", "", "no such file"},
+        {"inner.json", "", "folder"},
+        {"style.json/below", "", "no such file"},
+        {"/dev/zero", "", "not a regular file"},
+        {"", "", "names no file"},
+        {"file://", "", "names no file"},
+        {std::string("a\0b", 3), "", "zero byte"},
+        {std::string(5000, 'a'), "", "cannot be"},
+    };
+    for (const Case& c : cases) {
+        std::vector<FetchResult> results;
+        PlatformPort::current().fetchText(c.address,
+                                          [&](const FetchResult& result) { results.push_back(result); });
+        EXPECT_TRUE(results.empty()) << "answered from within the call";
+        EXPECT_TRUE(port.runUntilIdle());
+        ASSERT_EQ(results.size(), 1U);
+        EXPECT_EQ(results[0].isOk, c.problem.empty()) << c.address << ": " << results[0].message;
+        EXPECT_EQ(results[0].text, c.text) << c.address;
+        EXPECT_THAT(results[0].message, HasSubstr(c.problem)) << c.address;
+        EXPECT_THAT(results[0].message, HasSubstr(c.problem.empty() ? "" : "\"" + c.address + "\""));
     }
     std::filesystem::remove_all(folder);
 }

@@ -41,15 +41,15 @@ TEST_F(MainQueueTest, RunsByDueTimeThenBySubmission) {
 
 TEST_F(MainQueueTest, AFrameAdvancesThenRunsTasksThenRenders) {
     struct Participant final : FrameParticipant {
-        explicit Participant(std::vector<std::string>& events) : events(events) {}
-        void advanceTo(double /*now*/) override { events.emplace_back("advance"); }
-        void renderFrame() override { events.emplace_back("render"); }
-        std::vector<std::string>& events;
+        void advanceTo(double /*now*/) override { events->emplace_back("advance"); }
+        void renderFrame() override { events->emplace_back("render"); }
+        std::vector<std::string>* events = nullptr;
     };
-    const auto first = std::make_shared<Participant>(events_);
-    const auto second = std::make_shared<Participant>(events_);
-    FrameLoop::add(first);
-    FrameLoop::add(second);
+    const auto participants = {std::make_shared<Participant>(), std::make_shared<Participant>()};
+    for (const auto& participant : participants) {
+        participant->events = &events_;
+        FrameLoop::add(participant);
+    }
     MainQueue::async(note("task"));
     port_.runFrame();
     EXPECT_THAT(events_, ElementsAre("advance", "advance", "task", "render", "render"));

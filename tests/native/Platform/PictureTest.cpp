@@ -1,6 +1,8 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <string_view>
+#include <tuple>
 #include <vector>
 
 #include <pelta/Platform/Bundle.h>
@@ -9,13 +11,14 @@
 namespace pelta {
 namespace {
 
+using namespace std::string_view_literals;
+
 /// A PNG of 2 × 1 pixels, red and half-transparent green.
 std::vector<std::uint8_t> smallPng() {
-    return {0x89, 0x50, 0x4E, 0x47, 0x0D, 0x0A, 0x1A, 0x0A, 0x00, 0x00, 0x00, 0x0D, 0x49, 0x48, 0x44,
-            0x52, 0x00, 0x00, 0x00, 0x02, 0x00, 0x00, 0x00, 0x01, 0x08, 0x06, 0x00, 0x00, 0x00, 0xF4,
-            0x22, 0x7F, 0x8A, 0x00, 0x00, 0x00, 0x0F, 0x49, 0x44, 0x41, 0x54, 0x78, 0xDA, 0x63, 0xF8,
-            0xCF, 0xC0, 0xF0, 0x1F, 0x08, 0x1B, 0x00, 0x10, 0x79, 0x03, 0x7E, 0xC4, 0x18, 0x72, 0x90,
-            0x00, 0x00, 0x00, 0x00, 0x49, 0x45, 0x4E, 0x44, 0xAE, 0x42, 0x60, 0x82};
+    constexpr std::string_view bytes =
+        "\x89PNG\r\n\x1A\n\0\0\0\rIHDR\0\0\0\x02\0\0\0\x01\x08\x06\0\0\0\xF4\"\x7F\x8A\0\0\0\x0FIDATx\xDA"
+        "c\xF8\xCF\xC0\xF0\x1F\x08\x1B\0\x10y\x03~\xC4\x18r\x90\0\0\0\0IEND\xAE\x42`\x82"sv;
+    return {bytes.begin(), bytes.end()};
 }
 
 class PictureTest : public ::testing::Test {
@@ -47,8 +50,6 @@ TEST_F(PictureTest, ReadsPngAndNothingElse) {
     auto huge = png;
     huge[18] = 0x7F;  // 32514 pixels wide.
     EXPECT_FALSE(UIImage::fromEncoded(huge, 1));
-    const std::string gif = "GIF89a, which is another kind of picture";
-    EXPECT_FALSE(UIImage::fromEncoded(std::vector<std::uint8_t>(gif.begin(), gif.end()), 1));
 }
 
 TEST_F(PictureTest, BundlesGiveTheVersionForTheScreen) {
@@ -63,22 +64,17 @@ TEST_F(PictureTest, BundlesGiveTheVersionForTheScreen) {
     write("dot@3x.png", png.size());
     write("broken.png", 20);
     port_.setResourceFolder(folder);
-    struct Case {
-        double screenScale;
-        double libraryVersion;  ///< Of 1, 2 and 3.
-        double folderVersion;   ///< Of 1 and 3.
-    };
-    for (const Case& c :
-         {Case{0.5, 1, 1}, Case{1, 1, 1}, Case{1.5, 2, 3}, Case{2, 2, 3}, Case{3, 3, 3}, Case{4, 3, 3}}) {
-        port_.setScreenScale(c.screenScale);
+    // The library has pictures for 1, 2 and 3 pixels a point, the folder for 1 and 3.
+    for (const auto& [screenScale, ofLibrary, ofFolder] :
+         {std::tuple{0.5, 1, 1}, {1, 1, 1}, {1.5, 2, 3}, {2, 2, 3}, {3, 3, 3}, {4, 3, 3}}) {
+        port_.setScreenScale(screenScale);
         const UIImage own = Bundle::library().imageNamed("peltamap_default_marker_icon_red").value();
-        EXPECT_EQ(own.scale(), c.libraryVersion) << c.screenScale;
-        EXPECT_EQ(own.pixelWidth(), own.size().width * c.libraryVersion);
-        EXPECT_EQ(Bundle::main().imageNamed("dot").value().scale(), c.folderVersion) << c.screenScale;
+        EXPECT_EQ(own.scale(), ofLibrary) << screenScale;
+        EXPECT_EQ(own.pixelWidth(), own.size().width * ofLibrary);
+        EXPECT_EQ(Bundle::main().imageNamed("dot").value().scale(), ofFolder) << screenScale;
     }
     for (const char* missing : {"none", "", "broken", "peltamap_", "../dot"}) {
-        EXPECT_FALSE(Bundle::main().imageNamed(missing)) << missing;
-        EXPECT_FALSE(Bundle::library().imageNamed(missing)) << missing;
+        EXPECT_FALSE(Bundle::main().imageNamed(missing) || Bundle::library().imageNamed(missing)) << missing;
     }
     std::filesystem::remove_all(folder);
 }

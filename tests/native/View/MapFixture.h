@@ -46,29 +46,41 @@ class MapFixture : public ::testing::Test {
         return map;
     }
 
+    static void expectCamera(const pelta::PgmMapView& map, pelta::CLLocationCoordinate2D target, double zoom,
+                             double tilt, double bearing) {
+        const auto camera = map.cameraPosition();
+        EXPECT_NEAR(camera->target().latitude, target.latitude, 1e-9);
+        EXPECT_NEAR(camera->target().longitude, target.longitude, 1e-9);
+        EXPECT_NEAR(camera->zoom(), zoom, 1e-9);
+        EXPECT_NEAR(camera->tilt(), tilt, 1e-9);
+        EXPECT_NEAR(camera->bearing(), bearing, 1e-9);
+    }
+
     static pelta::MLNMapView& engineOf(const std::shared_ptr<pelta::PgmMapView>& map) {
         return *map->mapView();
     }
 
-    /// Identifiers of all layers of the style, lowest first.
-    static std::vector<std::string> layersOf(const std::shared_ptr<pelta::PgmMapView>& map) {
-        std::vector<std::string> identifiers;
+    /// Identifiers of all layers of the style, lowest first, in one line.
+    static std::string layersOf(const std::shared_ptr<pelta::PgmMapView>& map) {
+        std::string line;
         for (const auto& layer : engineOf(map).style()->layers()) {
-            identifiers.push_back(layer->identifier());
+            line += (line.empty() ? "" : " ") + layer->identifier();
         }
-        return identifiers;
+        return line;
     }
 
-    /// The "identifier" attributes of the shape source's features, in its order.
-    static std::vector<std::string> featuresOf(const std::shared_ptr<pelta::PgmMapView>& map) {
-        std::vector<std::string> identifiers;
+    /// The "identifier" attributes of the shape source's features, in its order, in one line.
+    static std::string featuresOf(const std::shared_ptr<pelta::PgmMapView>& map) {
+        std::string line;
         const auto source = engineOf(map).style()->sourceWithIdentifier("pel-shapes");
-        const auto* collection = dynamic_cast<const pelta::MLNShapeCollectionFeature*>(source->shape().get());
-        for (const auto& feature :
-             collection ? collection->shapes() : std::vector<std::shared_ptr<pelta::MLNShape>>{}) {
-            identifiers.push_back(std::get<std::string>(*feature->attribute("identifier")));
+        if (const auto all =
+                std::dynamic_pointer_cast<const pelta::MLNShapeCollectionFeature>(source->shape())) {
+            for (const auto& feature : all->shapes()) {
+                const auto& name = std::get<std::string>(*feature->attribute("identifier"));
+                line += (line.empty() ? "" : " ") + name;
+            }
         }
-        return identifiers;
+        return line;
     }
 
     /// What `work` writes to standard output with the logger on.

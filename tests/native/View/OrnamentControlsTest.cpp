@@ -20,27 +20,19 @@ TEST_F(OrnamentControlsTest, OrnamentsStandInTheirCornersOfSafeAreaAndInset) {
     ornament->setTranslatesAutoresizingMaskIntoConstraints(false);
     map->addSubview(ornament);
     std::vector<std::shared_ptr<NSLayoutConstraint>> constraints;
-    constexpr UIEdgeInsets safe{20, 4, 30, 6};
-    constexpr UIEdgeInsets inset{100, 10, 50, 12};
-    struct Case {
-        PgmPosition position;
-        UIEdgeInsets safe, inset;
-        CGPoint origin;
+    map->setSafeAreaInsets({20, 4, 30, 6});
+    map->setContentInset({100, 10, 50, 12});
+    const std::pair<PgmPosition, CGPoint> cases[] = {
+        {PgmPosition::topLeft, {4 + 10 + 8, 20 + 100 + 9}},
+        {PgmPosition::topRight, {800 - 6 - 12 - 8 - 40, 20 + 100 + 9}},
+        {PgmPosition::bottomLeft, {4 + 10 + 8, 600 - 30 - 50 - 9 - 20}},
+        {PgmPosition::bottomRight, {800 - 6 - 12 - 8 - 40, 600 - 30 - 50 - 9 - 20}},
+        {PgmPosition::centerRight, {800 - 6 - 12 - 8 - 40, (20 + 570) / 2 - 50 - 9 - 10}},
     };
-    const Case cases[] = {
-        {PgmPosition::topLeft, {}, {100, 0, 0, 0}, {8, 109}},
-        {PgmPosition::topLeft, safe, inset, {4 + 10 + 8, 20 + 100 + 9}},
-        {PgmPosition::topRight, safe, inset, {800 - 6 - 12 - 8 - 40, 20 + 100 + 9}},
-        {PgmPosition::bottomLeft, safe, inset, {4 + 10 + 8, 600 - 30 - 50 - 9 - 20}},
-        {PgmPosition::bottomRight, safe, inset, {800 - 6 - 12 - 8 - 40, 600 - 30 - 50 - 9 - 20}},
-        {PgmPosition::centerRight, safe, inset, {800 - 6 - 12 - 8 - 40, (20 + 570) / 2 - 50 - 9 - 10}},
-    };
-    for (const Case& c : cases) {
-        map->setSafeAreaInsets(c.safe);
-        map->setContentInset(c.inset);
-        map->updateConstraintsForOrnament(ornament, constraints, c.position, {40, 20}, {8, 9});
+    for (const auto& [position, origin] : cases) {
+        map->updateConstraintsForOrnament(ornament, constraints, position, {40, 20}, {8, 9});
         map->layoutIfNeeded();
-        EXPECT_EQ(ornament->frame(), (CGRect{c.origin, {40, 20}})) << static_cast<unsigned>(c.position);
+        EXPECT_EQ(ornament->frame(), (CGRect{origin, {40, 20}})) << static_cast<unsigned>(position);
         EXPECT_EQ(ornament->constraints(), constraints);
         EXPECT_EQ(constraints.size(), 4U);
     }
@@ -73,19 +65,16 @@ TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
     map->setIsZoomControlVisible(true);
     UIButton& plus = button(map->zoomView(), 0);
     UIButton& minus = button(map->zoomView(), 2);
-    struct Case {
-        double from, maximum;
-        UIButton& pressed;
-        double to;
-    };
-    for (const Case& c : {Case{19.5, 22, plus, 20.5}, Case{19.5, 20, plus, 20}, Case{19.5, 20, minus, 18.5},
-                          Case{0.25, 20, minus, 0}}) {
-        map->setMaximumZoomLevel(c.maximum);
-        map->setZoomLevel(c.from);
-        port.tap(*window, middleOf(c.pressed));
-        EXPECT_NEAR(engineOf(map).zoomLevel(), c.from, 1e-9) << "animated";
+    for (const auto& [from, maximum, pressed, to] : {std::tuple{19.5, 22., &plus, 20.5},
+                                                     {19.5, 20., &plus, 20.},
+                                                     {19.5, 20., &minus, 18.5},
+                                                     {0.25, 20., &minus, 0.}}) {
+        map->setMaximumZoomLevel(maximum);
+        map->setZoomLevel(from);
+        port.tap(*window, middleOf(*pressed));
+        EXPECT_NEAR(engineOf(map).zoomLevel(), from, 1e-9) << "animated";
         port.advance(1);
-        EXPECT_NEAR(engineOf(map).zoomLevel(), c.to, 1e-9);
+        EXPECT_NEAR(engineOf(map).zoomLevel(), to, 1e-9);
     }
     map->setZoomLevel(10.3);
     port.tap(*window, middleOf(plus));
@@ -101,12 +90,7 @@ TEST_F(OrnamentControlsTest, TheZoomButtonsAskForOneLevelMoreOrLess) {
     port.advance(1);
     port.tap(*window, middleOf(minus));
     port.advance(1);
-    const auto camera = map->cameraPosition();
-    EXPECT_NEAR(camera->target().latitude, 10, 1e-9) << "where the camera was going to";
-    EXPECT_NEAR(camera->target().longitude, 20, 1e-9);
-    EXPECT_NEAR(camera->zoom(), 14, 1e-9);
-    EXPECT_NEAR(camera->tilt(), 40, 1e-9);
-    EXPECT_NEAR(camera->bearing(), 70, 1e-9);
+    expectCamera(*map, {10, 20}, 14, 40, 70);  // Where it was going to, a level further out.
 
     EXPECT_EQ(plus.accessibilityLabel() + ", " + minus.accessibilityLabel(), "Zoom in, Zoom out");
 }
@@ -130,10 +114,7 @@ TEST_F(OrnamentControlsTest, TheLocationButtonFollowsOnceMore) {
     EXPECT_EQ(engineOf(map).userTrackingMode(), MLNUserTrackingMode::follow);
     port.tap(*window, place);
     port.advance(1);
-    const auto camera = map->cameraPosition();
-    EXPECT_NEAR(camera->target().latitude, 37, 1e-9) << "back where the camera has moved away from";
-    EXPECT_NEAR(camera->target().longitude, 127, 1e-9);
-    EXPECT_NEAR(camera->zoom(), 9, 1e-9);
+    expectCamera(*map, {37, 127}, 9, 20, 30);
 }
 
 TEST_F(OrnamentControlsTest, TheLocationButtonAsksTheApplicationFirst) {

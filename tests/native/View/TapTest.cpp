@@ -202,8 +202,7 @@ TEST_F(TapTest, WhatHasChangedSinceTheLastFrameCounts) {
     removed->setMapView(nullptr);
     hidden->setIsVisible(false);
     silenced->setTouchEvent(nullptr);
-    port.touch(*window, 0, UITouchPhase::began, middle);
-    port.touch(*window, 0, UITouchPhase::ended, middle);
+    port.tap(*window, middle);
     port.advance(0.35);
     EXPECT_EQ(log_->take(), "map");
 }
@@ -229,15 +228,17 @@ TEST_F(TapTest, DoubleTapsZoomAndPressesAndDragsAreNoTaps) {
         double maximumZoom = 20;
         bool isZooming = true;
     };
+    const std::string twoTaps = "map map";
+    const auto twoFingers = [&](double pause) {
+        return std::vector<Step>{
+            {began, 0.02, left}, {began, pause, right, 1}, {ended, 0.02, left}, {ended, 1, right, 1}};
+    };
     const std::vector<Step> twice{{began, 0.05}, {ended, 0.1}, {began, 0.05}, {ended, 1}};
     const Case cases[] = {
         {"tap", {{began, 0.05}, {ended, 1}}, "map", 10},
         {"trembling tap", {{began, 0.05}, {moved, 0.05, {506, 206}}, {ended, 1}}, "map", 10},
-        {"two slow taps", {{began, 0.05}, {ended, 0.5}, {began, 0.05}, {ended, 1}}, "map map", 10},
-        {"two far apart",
-         {{began, 0.05}, {ended, 0.1}, {began, 0.05, left}, {ended, 1, left}},
-         "map map",
-         10},
+        {"two slow taps", {{began, 0.05}, {ended, 0.5}, {began, 0.05}, {ended, 1}}, twoTaps, 10},
+        {"two far apart", {{began, 0.05}, {ended, 0.1}, {began, 0.05, left}, {ended, 1, left}}, twoTaps, 10},
         {"double tap", twice, "", 11},
         {"double tap near the limit", twice, "", 10.25, 10.25},
         {"double tap without zooming", twice, "", 10, 20, false},
@@ -246,14 +247,8 @@ TEST_F(TapTest, DoubleTapsZoomAndPressesAndDragsAreNoTaps) {
         {"too long for a tap, too short for a press", {{began, 0.4}, {ended, 1}}, "", 10},
         {"cancelled tap", {{began, 0.05}, {cancelled, 1}}, "", 10},
         {"drag", {{began, 0.1}, {moved, 1, {520, 200}}, {ended, 1, {520, 200}}}, "", 10},
-        {"tap of two fingers",
-         {{began, 0.02, left}, {began, 0.1, right, 1}, {ended, 0.02, left}, {ended, 1, right, 1}},
-         "",
-         9},
-        {"press of two fingers",
-         {{began, 0.02, left}, {began, 0.4, right, 1}, {ended, 0.02, left}, {ended, 1, right, 1}},
-         "",
-         10},
+        {"tap of two fingers", twoFingers(0.1), "", 9},
+        {"press of two fingers", twoFingers(0.4), "", 10},
     };
     for (const double tilt : {0.0, 50.0}) {
         for (const Case& c : cases) {
@@ -295,19 +290,12 @@ TEST_F(TapTest, AHandlerMayRemoveItsShapeOrReleaseTheView) {
     };
     EXPECT_EQ(tap(), "shape map");
     EXPECT_EQ(tap(), "map");
-
-    const std::function<void()> gestures[] = {
-        [&] { port.tap(*window, middle); },
-        [&] { finger(0, UITouchPhase::began, middle, 0.6); },
-    };
     for (const bool hasShape : {true, false}) {
-        for (const auto& gesture : gestures) {
-            if (!map_) {
-                map_ = makeLoadedMap();
-                map_->setDelegate(log_);
-            }
+        for (const double seconds : {0.05, 0.6}) {
+            map_ = makeLoadedMap();
+            map_->setDelegate(log_);
             if (hasShape) {
-                touchable(PgmCircle::create(at(400, 300), 2e6), "shape", false);
+                circle("shape", false);
             }
             port.runUntilIdle();
             const std::weak_ptr<PgmMapView> released = map_;
@@ -315,10 +303,9 @@ TEST_F(TapTest, AHandlerMayRemoveItsShapeOrReleaseTheView) {
                 map_->removeFromSuperview();
                 map_.reset();
             };
-            gesture();
-            port.advance(1);
-            EXPECT_TRUE(released.expired());
+            finger(0, UITouchPhase::began, middle, seconds);
             finger(0, UITouchPhase::ended, middle, 1);
+            EXPECT_TRUE(released.expired());
             EXPECT_NE(log_->take(), "");
         }
     }

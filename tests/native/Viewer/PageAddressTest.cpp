@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "CaseFile.h"
 #include "data/PageAddress.h"
 
 namespace pelta::viewer {
@@ -54,27 +55,10 @@ TEST(PageAddress, IsSharedWithTheCameraAsItIs) {
 }
 
 TEST(PageAddress, NamesValuesThatCannotBeUsed) {
-    const struct {
-        const char* query;
-        const char* problem;
-    } cases[] = {
-        {"?data=", "data: an address is needed"},
-        {"?style", "style: an address is needed"},
-        {"?camera=", "latitude must be a number from -90 to 90"},
-        {"?camera=37.5,127", "LAT,LNG,ZOOM[,TILT[,BEARING]] is needed"},
-        {"?camera=1,2,3,4,5,6", "LAT,LNG,ZOOM[,TILT[,BEARING]] is needed"},
-        {"?camera=91,2,3", "latitude must be"},
-        {"?camera=1,-181,3", "longitude must be"},
-        {"?camera=1,2,nan", "zoom must be"},
-        {"?camera=1,2,3x", "zoom must be"},
-        {"?camera=1,2,3,61", "tilt must be a number from 0 to 60"},
-        {"?camera=1,2,3,,5", "tilt must be"},
-        {"?camera=1,2,3,4,1e999", "bearing must be"},
-    };
-    for (const auto& test : cases) {
-        const PageAddress address = parsePageAddress(test.query);
-        EXPECT_THAT(address.problems, ElementsAre(HasSubstr(test.problem))) << test.query;
-        EXPECT_FALSE(address.data || address.style || address.camera) << test.query;
+    for (const auto& [query, problems] : casesOf("Viewer/bad-addresses.txt")) {
+        const PageAddress address = parsePageAddress(query);
+        EXPECT_THAT(address.problems, ElementsAre(HasSubstr(problems[0]))) << query;
+        EXPECT_FALSE(address.data || address.style || address.camera) << query;
     }
 }
 

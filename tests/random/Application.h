@@ -13,7 +13,7 @@
 namespace pelta::random {
 
 /// @file
-/// An application's delegates, sources and items, which do what they were told to.
+/// An application's delegates, shapes, sources and items, which do what they were told to.
 
 using Action = std::function<void()>;
 
@@ -27,23 +27,17 @@ inline void runAction(const Action& action) {
 
 class MapListener final : public PgmMapDelegate {
  public:
+    using Reason = PgmCameraUpdateReason;
+    using Location = std::optional<CLLocation>;
     std::array<Action, mapEventCount> actions;
 
-    void regionWillChangeAnimated(PgmMapView&, bool, PgmCameraUpdateReason) override {
-        run(MapEvent::willChange);
-    }
-    void regionIsChangingWithReason(PgmMapView&, PgmCameraUpdateReason) override {
-        run(MapEvent::isChanging);
-    }
-    void regionDidChangeAnimated(PgmMapView&, bool, PgmCameraUpdateReason) override {
-        run(MapEvent::didChange);
-    }
+    void regionWillChangeAnimated(PgmMapView&, bool, Reason) override { run(MapEvent::willChange); }
+    void regionIsChangingWithReason(PgmMapView&, Reason) override { run(MapEvent::isChanging); }
+    void regionDidChangeAnimated(PgmMapView&, bool, Reason) override { run(MapEvent::didChange); }
     void mapViewDidBecomeIdle(PgmMapView&) override { run(MapEvent::idle); }
     void didTapMapView(PgmMapView&, CLLocationCoordinate2D) override { run(MapEvent::tap); }
     void didLongTapMapView(PgmMapView&, CLLocationCoordinate2D) override { run(MapEvent::longPress); }
-    void didUpdateUserLocation(PgmMapView&, const std::optional<CLLocation>&) override {
-        run(MapEvent::location);
-    }
+    void didUpdateUserLocation(PgmMapView&, const Location&) override { run(MapEvent::location); }
 
  private:
     void run(MapEvent event) const { runAction(actions[static_cast<std::size_t>(event)]); }
@@ -51,35 +45,50 @@ class MapListener final : public PgmMapDelegate {
 
 class ClusterListener final : public PgmClusterManagerDelegate {
  public:
+    using Manager = PgmClusterManager;
+    using Cluster = std::shared_ptr<PgmCluster>;
+    using Item = std::shared_ptr<PgmClusterItem>;
+    using Options = PgmMarkerOptions;
+
     std::array<Action, clusterQuestionCount> actions;
     /// What markers are given when they are about to be shown.
     std::function<void(PgmMarkerOptions&)> configure;
 
-    void willRenderCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>&,
-                           PgmMarkerOptions& options) override {
-        ask(ClusterQuestion::willRenderCluster, options);
-    }
-    void willRenderClusterItem(PgmClusterManager&, const std::shared_ptr<PgmClusterItem>&,
-                               PgmMarkerOptions& options) override {
-        ask(ClusterQuestion::willRenderItem, options);
-    }
-    bool didTapCluster(PgmClusterManager&, const std::shared_ptr<PgmCluster>&,
-                       PgmMarkerOptions& options) override {
-        ask(ClusterQuestion::didTapCluster, options);
-        return true;
-    }
-    bool didTapClusterItem(PgmClusterManager&, const std::shared_ptr<PgmClusterItem>&,
-                           PgmMarkerOptions& options) override {
-        ask(ClusterQuestion::didTapItem, options);
-        return false;
-    }
+    void willRenderCluster(Manager&, const Cluster&, Options& options) override { ask(0, options); }
+    void willRenderClusterItem(Manager&, const Item&, Options& options) override { ask(1, options); }
+    bool didTapCluster(Manager&, const Cluster&, Options& options) override { return ask(2, options); }
+    bool didTapClusterItem(Manager&, const Item&, Options& options) override { return !ask(3, options); }
 
  private:
-    void ask(ClusterQuestion question, PgmMarkerOptions& options) const {
-        runAction(actions[static_cast<std::size_t>(question)]);
+    /// @param question  as the placeholder "question" counts them.
+    bool ask(std::size_t question, PgmMarkerOptions& options) const {
+        runAction(actions[question]);
         if (configure) {
             configure(options);
         }
+        return true;
+    }
+};
+
+/// What an application's own shapes do when the map asks them for something.
+struct ShapeHooks {
+    Action onFeature;
+    Action onShapeImage;
+};
+
+/// An application's subclass of a shape, which runs its hooks from within the map's work.
+template <class Shape>
+class ApplicationShape final : public Shape, public ShapeHooks {
+ public:
+    using Shape::Shape;
+
+    [[nodiscard]] std::shared_ptr<MLNShape> feature() const override {
+        runAction(onFeature);
+        return Shape::feature();
+    }
+    [[nodiscard]] std::shared_ptr<PgmImage> shapeImage() const override {
+        runAction(onShapeImage);
+        return Shape::shapeImage();
     }
 };
 
