@@ -90,7 +90,7 @@ TEST_F(LineAndAreaTest, HolesAreRingsOfTheArea) {
     }
     polygon->setHoles({triangle});
     polygon->setCoords({{0, 0}, {0, 9}, {9, 9}});
-    EXPECT_EQ(area()->holes(), std::vector{triangle}) << "another ring keeps the holes";
+    EXPECT_EQ(area()->holes(), std::vector<Coordinates>{triangle}) << "another ring keeps the holes";
 }
 
 /// Metres between two coordinates on the sphere, by the haversine formula.
