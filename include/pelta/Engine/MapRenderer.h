@@ -94,9 +94,9 @@ class MapRenderer {
     /// are not wrapped, latitudes end at ±90. Non-finite input gives the camera's centre.
     [[nodiscard]] virtual CLLocationCoordinate2D coordinateForPoint(CGPoint point) const = 0;
 
-    /// Starts to load a document in place of the present one. Answers later with `rendererDidLoadStyle`, once;
-    /// a newer document silences the older one. The layers, sources and images added before are gone with the
-    /// old document; the map view commits them anew.
+    /// Starts to load a document in place of the present one. Answers later with `rendererDidLoadStyle`,
+    /// once; a newer document silences the older one. The layers, sources and images added before are gone
+    /// with the old document; the map view commits them anew.
     ///
     /// @return why the document cannot be drawn, in which case nothing has changed; absent when it can.
     [[nodiscard]] virtual std::optional<std::string> applyStyle(const StyleDocument& document) = 0;

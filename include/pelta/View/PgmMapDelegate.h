@@ -17,13 +17,14 @@ class PgmMapDelegate {
  public:
     virtual ~PgmMapDelegate() = default;
 
-    /// A style has loaded and is in place: the first one, and each that was set later. Shapes are drawn over it
-    /// from the next frame on. What an application itself has added to the engine's style has gone with the
-    /// former one.
+    /// A style has loaded and is in place: the first one, and each that was set later. Shapes are drawn over
+    /// it from the next frame on. What an application itself has added to the engine's style has gone with
+    /// the former one.
     virtual void mapViewDidFinishLoadingStyle(PgmMapView& mapView);
     /// A style cannot be fetched, read or drawn. The one before it stays; without one the map stays empty.
     ///
-    /// @param message  names the address, the place in the document and what to do. Standard error, in a browser
+    /// @param message  names the address, the place in the document and what to do. Standard error, in a
+    /// browser
     ///                 the console, has it too, whether or not there is a delegate.
     virtual void didFailLoadingStyle(PgmMapView& mapView, std::string_view message);
     /// A camera change begins.
@@ -47,12 +48,12 @@ class PgmMapDelegate {
     /// The user's location has been measured anew; absent when it is no longer known.
     virtual void didUpdateUserLocation(PgmMapView& mapView, const std::optional<CLLocation>& location);
     /// The user's location is to be shown and cannot be had. Not told again for the same reason until a
-    /// location has come or the tracking mode has been `off`; to ask the device once more, set it to `off` and
-    /// back.
+    /// location has come or the tracking mode has been `off`; to ask the device once more, set it to `off`
+    /// and back.
     virtual void didFailToLocateUser(PgmMapView& mapView, CLLocationFailure reason);
-    /// The user's location is shown and followed in another way than before: a mode has been set, or a pan has
-    /// ended the following, which makes it `none`. What `PgmMapView::userTrackingMode` answers is the mode that
-    /// was set last, also after a pan.
+    /// The user's location is shown and followed in another way than before: a mode has been set, or a pan
+    /// has ended the following, which makes it `none`. What `PgmMapView::userTrackingMode` answers is the
+    /// mode that was set last, also after a pan.
     virtual void didChangeUserTrackingMode(PgmMapView& mapView, PgmUserTrackingMode mode);
 };
 

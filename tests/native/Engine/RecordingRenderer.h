@@ -13,7 +13,7 @@ struct RendererRecord {
     std::vector<std::string> calls;
     std::vector<StyleDocument> documents;
     std::optional<std::string> fault;  ///< Of every document.
-    MLNStyleChanges changes;  ///< Of the last commit.
+    MLNStyleChanges changes;           ///< Of the last commit.
     CameraState camera;
     CLLocationCoordinate2D pointed;  ///< What is drawn at every point.
     bool isSettled = true;
