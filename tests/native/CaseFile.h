@@ -26,8 +26,8 @@ inline std::vector<TextCase> casesOf(const std::string& file) {
             std::smatch found;
             while (std::regex_search(line, found, escape)) {
                 const int byte = found[1].matched ? std::stoi(found[1], nullptr, 16) : '\n';
-                line.replace(static_cast<std::size_t>(found.position()), found.length(), 1,
-                             static_cast<char>(byte));
+                line.replace(static_cast<std::size_t>(found.position()),
+                             static_cast<std::size_t>(found.length()), 1, static_cast<char>(byte));
             }
             cases.push_back({line, {}});
         }

@@ -73,7 +73,7 @@ std::string faultIn(const std::string& report, int status) {
         return "takes longer than " + std::to_string(longestSeconds) + " s";
     }
     for (const char* mark : {"Broken rule: ", "Fatal error: ", "runtime error: "}) {
-        if (const std::string line = lineWith(report, mark); !line.empty()) {
+        if (std::string line = lineWith(report, mark); !line.empty()) {
             return line;
         }
     }

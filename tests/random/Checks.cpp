@@ -96,7 +96,8 @@ void checkLayers(const MLNStyle& style, const Shapes& shapes, const std::string&
     check(found == expected, "layers",
           name + " has the layers " + inWords(found) + "\nits shapes say " + inWords(expected));
     for (const auto& shape : shapes) {
-        const auto& type = typeid(*shape);
+        const PgmShape& drawn = *shape;
+        const auto& type = typeid(drawn);
         const bool isBare = type == typeid(PgmShape) || type == typeid(ApplicationShape<PgmShape>);
         check(isBare != !shape->styleLayers().empty(), "layers of a shape",
               shape->identifier() + " has no layers of its own");
