@@ -8,7 +8,7 @@ namespace pelta::shared {
 
 namespace {
 
-constexpr std::string_view emptyStyle = R"({"version":8,"name":"shared","sources":{},"layers":[]})";
+constexpr const char* emptyStyle = R"({"version":8,"name":"shared","sources":{},"layers":[]})";
 
 std::string_view nameOf(PgmCameraUpdateReason reason) {
     switch (reason) {
@@ -73,12 +73,11 @@ std::string EventRecorder::take() {
     return std::exchange(events_, {});
 }
 
-SharedScene::SharedScene(UIWindow& window)
-    : map_(
-          PgmMapView::create({{0, 0}, size}, PgmMapOptions::create(PgmCameraPosition::create({}, 10, 0, 0)))),
-      events_(std::make_shared<EventRecorder>()) {
+SharedScene::SharedScene(UIWindow& window) : events_(std::make_shared<EventRecorder>()) {
+    const auto options = PgmMapOptions::create(PgmCameraPosition::create({}, 10, 0, 0));
+    options->setStyleJSON(emptyStyle);
+    map_ = PgmMapView::create({{0, 0}, size}, options);
     map_->setDelegate(events_);
-    loadStyle();
     window.addSubview(map_);
 }
 
@@ -88,10 +87,6 @@ SharedScene::~SharedScene() {
 
 void SharedScene::look(CLLocationCoordinate2D target, double zoom, double tilt, double bearing) {
     map_->setCameraPosition(PgmCameraPosition::create(target, zoom, tilt, bearing));
-}
-
-void SharedScene::loadStyle() const {
-    engine().setStyleJSON(std::string(emptyStyle));
 }
 
 CLLocationCoordinate2D SharedScene::at(double x, double y) const {

@@ -55,8 +55,6 @@ class SharedScene {
 
     /// Jumps to a camera.
     void look(CLLocationCoordinate2D target, double zoom, double tilt = 0, double bearing = 0);
-    /// Starts to load the scene's style anew.
-    void loadStyle() const;
     /// The coordinate drawn at a point.
     [[nodiscard]] CLLocationCoordinate2D at(double x, double y) const;
     /// Puts a shape on the map under a name that `hits` tells.
