@@ -53,6 +53,10 @@ void StyleWatch::didUpdateUserLocation(MLNMapView& map, const MLNUserLocation& l
     next_->didUpdateUserLocation(map, location);
 }
 
+void StyleWatch::didFailToLocateUser(MLNMapView& map, CLLocationFailure reason) {
+    next_->didFailToLocateUser(map, reason);
+}
+
 void StyleWatch::didChangeUserTrackingMode(MLNMapView& map, MLNUserTrackingMode mode, bool animated) {
     next_->didChangeUserTrackingMode(map, mode, animated);
 }

@@ -29,6 +29,7 @@ class StyleWatch final : public MLNMapViewDelegate {
     void mapViewWillStartRenderingFrame(MLNMapView& map) override;
     void mapViewDidBecomeIdle(MLNMapView& map) override;
     void didUpdateUserLocation(MLNMapView& map, const MLNUserLocation& location) override;
+    void didFailToLocateUser(MLNMapView& map, CLLocationFailure reason) override;
     void didChangeUserTrackingMode(MLNMapView& map, MLNUserTrackingMode mode, bool animated) override;
     std::shared_ptr<MLNAnnotationView> viewForAnnotation(MLNMapView& map,
                                                          const MLNAnnotation& annotation) override;
