@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <span>
 
 #include <pelta/Engine/MLNTypes.h>
@@ -24,8 +25,9 @@ double mercatorX(double longitude) {
 
 /// A rectangle of coordinates, empty at first.
 struct Range {
-    CLLocationCoordinate2D least{INFINITY, INFINITY};
-    CLLocationCoordinate2D greatest{-INFINITY, -INFINITY};
+    static constexpr double infinity = std::numeric_limits<double>::infinity();
+    CLLocationCoordinate2D least{infinity, infinity};
+    CLLocationCoordinate2D greatest{-infinity, -infinity};
 
     void include(std::span<const CLLocationCoordinate2D> coordinates) {
         for (const CLLocationCoordinate2D coordinate : coordinates) {
